@@ -1,0 +1,31 @@
+// Sizes and commit of the point store.
+#include "database/point_store.h"
+
+namespace zema {
+
+PointStore::PointStore(int NSTR1, std::span<const int> points, std::span<const int> components)
+    : NSTR1_(NSTR1),
+      LVAR1_(static_cast<std::size_t>(MechanicalPlaces{NSTR1}.size())),
+      LVAR2_(static_cast<std::size_t>(internal::count + NSTR1 * NSTR1)),
+      points_(points.begin(), points.end()),
+      components_(components.begin(), components.end()) {
+  std::size_t rows = 0;
+  for (std::size_t e = 0; e < points.size(); ++e) {
+    first_.push_back(rows);
+    rows += static_cast<std::size_t>(points[e]) * static_cast<std::size_t>(components[e]);
+  }
+  for (const std::size_t slot : {index(StateSlot::committed), index(StateSlot::trial)}) {
+    mechanical_[slot].assign(rows * LVAR1_, 0.0);
+    internal_[slot].assign(rows * LVAR2_, 0.0);
+    for (std::size_t r = 0; r < rows; ++r) {
+      internal_[slot][r * LVAR2_ + internal::elasticFlag] = 1.0;
+    }
+  }
+}
+
+void PointStore::commit() {
+  mechanical_[index(StateSlot::committed)] = mechanical_[index(StateSlot::trial)];
+  internal_[index(StateSlot::committed)] = internal_[index(StateSlot::trial)];
+}
+
+}  // namespace zema

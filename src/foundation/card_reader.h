@@ -1,0 +1,97 @@
+// Reads the free-format cards of a deck, and names file, line, card and field in every fault.
+#pragma once
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+#include "foundation/errors.h"
+
+namespace zema {
+
+/// The deck ended where an item was still expected.
+class EndOfDeck : public InputFault {
+  using InputFault::InputFault;
+};
+
+/// List-directed reading of a text file that is held in memory.
+///
+/// Items are separated by blanks, tabs, line ends or one comma. `3*0.5` repeats a value, `3*` and `,,` are null values that leave
+/// the variable as it is, and a slash outside quotes does so for all that is left of the card. Texts end at a blank, comma, slash
+/// or line end unless they stand in '...' or "...", where a doubled delimiter stands for one.
+/// Reading throws InputFault, or EndOfDeck when the text runs out.
+class CardReader {
+ public:
+  /// Reads the whole file at once; throws FileFault when that fails. An empty file is legal.
+  explicit CardReader(std::string fileName);
+
+  /// A reader of text that is already in memory; name stands for the file name in messages.
+  [[nodiscard]] static CardReader fromText(std::string name, std::string text);
+
+  /// Starts a card. What is left of the line where the card before ended is dropped; a card without items takes one line.
+  void begin(std::string_view card);
+
+  /// Read the next item into value; a null value leaves it as it is.
+  void read(std::string_view field, int& value);
+  void read(std::string_view field, double& value);
+  void read(std::string_view field, std::string& value);
+
+  /// The next item; a null value gives 0, 0.0 or an empty text.
+  [[nodiscard]] int integer(std::string_view field);
+  [[nodiscard]] double real(std::string_view field);
+  [[nodiscard]] std::string word(std::string_view field);
+
+  /// The next item as a subscript; throws InputFault when it is outside low..high.
+  [[nodiscard]] int integer(std::string_view field, int low, int high);
+
+  /// One whole line as a card of its own: its first `width` columns, without padding and line end.
+  [[nodiscard]] std::string line(std::string_view card, int width);
+
+  /// Shows the lines after the current card to visit, `most` of them at most, and leaves them unread.
+  void unreadLines(int most, const std::function<void(std::string_view)>& visit) const;
+
+  /// Throws InputFault that names file, line, card and field. Texts found are shown in quotes, numbers without.
+  [[noreturn]] void fault(std::string_view field, std::string_view found, std::string_view expected) const;
+  [[noreturn]] void fault(std::string_view field, int found, std::string_view expected) const;
+  [[noreturn]] void fault(std::string_view field, double found, std::string_view expected) const;
+
+  [[nodiscard]] const std::string& fileName() const { return fileName_; }
+  /// Line of the item read last, from 1.
+  [[nodiscard]] int lineNumber() const { return itemLine_; }
+
+  /// Byte offset of the line after the current card, for the restart data.
+  [[nodiscard]] long position() const;
+  /// Goes on at an offset that position() gave; throws InputFault when it does not lie in the file.
+  void seek(long position);
+
+ private:
+  CardReader(std::string name, std::string text);
+
+  [[nodiscard]] bool startItem(std::string_view field, std::string_view expected);
+  [[nodiscard]] bool startRepeat(std::string_view field);
+  void endItem(std::size_t end);
+  void skipBlanks();
+  void finishCard();
+  [[nodiscard]] std::size_t tokenEnd() const;
+  [[nodiscard]] std::size_t lineEnd() const;
+  void readQuoted(std::string_view field, std::string& value);
+  [[noreturn]] void faultAtToken(std::string_view field, std::string_view expected) const;
+  [[nodiscard]] std::string place(std::string_view field) const;
+
+  std::string fileName_;
+  std::string text_;
+  std::string card_;
+  std::size_t cursor_ = 0;       // where reading goes on
+  int line_ = 1;                 // line of the cursor
+  int itemLine_ = 1;             // line where the last item began
+  bool cardOpen_ = false;        // the cursor stands in a line of a card that was begun
+  bool slashed_ = false;         // a slash has ended the card's items
+  bool commaAllowed_ = false;    // the separator after the last item has had no comma yet
+  int repeats_ = 0;              // further reads that take the repeated item again
+  std::size_t repeatedAt_ = 0;   // where the repeated item stands
+  int repeatedLine_ = 1;         // and its line
+  bool repeatedIsNull_ = false;  // a repeat count without an item
+};
+
+}  // namespace zema
