@@ -1,0 +1,50 @@
+// A job in hand: its records, its files, its clock and its console.
+#pragma once
+
+#include <memory>
+#include <optional>
+
+#include "foundation/card_reader.h"
+#include "foundation/channel.h"
+#include "foundation/clock.h"
+#include "foundation/parallel.h"
+#include "foundation/progress.h"
+#include "job/console.h"
+#include "job/run_records.h"
+
+namespace zema {
+
+/// Numbers of the channels that have a file of the job's table.
+namespace channel {
+inline constexpr int deck = 1;
+inline constexpr int listing = 2;
+inline constexpr int postMesh = 3;
+inline constexpr int postResults = 4;
+inline constexpr int pairs = 6;
+inline constexpr int log = 8;
+inline constexpr int iterations = 26;      ///< iteration blocks of the mechanical field
+inline constexpr int thermalListing = 29;  ///< listing of the thermal field
+inline constexpr int thermalLog = 31;      ///< log of the thermal field; also takes the summary of times
+inline constexpr int curves = 35;          ///< curve i is written on this channel plus i
+inline constexpr int frequencies = 161;    ///< "frecuencias.dts"
+}  // namespace channel
+
+/// Everything about the run that is not the problem itself.
+struct Job {
+  RunRecord IRUN;
+  TextRecord CTEXT;
+  ControlRecord KCONT;
+  FileTable CFILE;
+  Channels channels;
+  std::optional<CardReader> deck;  ///< channel 1, the data deck
+  Clock clock;
+  Console console;
+  ProgressLine progress;
+  WorkerPool workers;
+
+  [[nodiscard]] Channel& listing() { return channels[IRUN.LUSAL]; }
+  [[nodiscard]] Channel& log() { return channels[IRUN.LULOG]; }
+  [[nodiscard]] CardReader& cards() { return *deck; }
+};
+
+}  // namespace zema
