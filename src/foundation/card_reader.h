@@ -17,9 +17,9 @@ class EndOfDeck : public InputFault {
 
 /// List-directed reading of a text file that is held in memory.
 ///
-/// Items are separated by blanks, tabs, line ends or one comma. `3*0.5` repeats a value, `3*` and `,,` are null values that leave
-/// the variable as it is, and a slash outside quotes does so for all that is left of the card. Texts end at a blank, comma, slash
-/// or line end unless they stand in '...' or "...", where a doubled delimiter stands for one.
+/// Items are separated by blanks, tabs, line ends or one comma. `3*0.5` repeats a value, `3*` and `,,` are null values
+/// that leave the variable as it is, and a slash outside quotes does so for all that is left of the card. Texts end at
+/// a blank, comma, slash or line end unless they stand in '...' or "...", where a doubled delimiter stands for one.
 /// Reading throws InputFault, or EndOfDeck when the text runs out.
 class CardReader {
  public:
@@ -29,7 +29,8 @@ class CardReader {
   /// A reader of text that is already in memory; name stands for the file name in messages.
   [[nodiscard]] static CardReader fromText(std::string name, std::string text);
 
-  /// Starts a card. What is left of the line where the card before ended is dropped; a card without items takes one line.
+  /// Starts a card. What is left of the line where the card before ended is dropped; a card without items takes one
+  /// line.
   void begin(std::string_view card);
 
   /// Read the next item into value; a null value leaves it as it is.
