@@ -66,8 +66,9 @@ class Kernel {
   virtual void addFaceLoad(const Model& model, int e, std::span<const int> places, std::span<const double> values,
                            std::span<double> RLOAD) const = 0;
 
-  /// Prepares the kernel for the model that has been read: called once, before the first load step.
-  virtual void prepare(const Model& model) = 0;
+  /// Prepares the kernel for the model that has been read and seeds the state of every point (`ZERO`): called once,
+  /// before the first load step. Throws InputFault for what the kernel cannot do.
+  virtual void prepare(Model& model) = 0;
   /// `CALCIN`: rebuilds the elastic tensors of all materials and composites for a temperature.
   virtual void CALCIN(const Model& model, double temperature) = 0;
   /// `IMPORTINFON1`: takes over what the laws need to know of the increment; called once per residual pass.
