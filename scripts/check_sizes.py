@@ -14,27 +14,34 @@ _SCOPE = re.compile(r"^(?:(?:export|inline|static|typedef|template|requires)\b\s
 
 def functions(text):
     """Yields (name, first line, number of lines) of the function bodies of a C++ text."""
-    head, head_line, depth_in_body, body_start, name = [], 0, 0, 0, ""
+    head, head_line, depth, name = [], 0, 0, None  # depth: of braces inside a body or data, 0 outside
     for token in tokens(text):
         if token.kind in ("comment", "directive"):
             continue
-        if depth_in_body:
-            depth_in_body += {"{": 1, "}": -1}.get(token.text, 0)
-            if not depth_in_body and name:
-                yield name, body_start, token.line - body_start + 1
-            if not depth_in_body:
-                head = []
+        if depth:
+            depth += {"{": 1, "}": -1}.get(token.text, 0)
+            if depth == 0:
+                if name:
+                    yield name, head_line, token.line - head_line + 1
+                head = [*head, "}"] if _goes_on_after_brace(head) else []
         elif token.text == "{":
-            name = _function_name(head)
-            if name is not None:
-                depth_in_body, body_start = 1, head_line
-            head = []
-        elif token.text in ("}", ";"):
+            name = "" if _goes_on_after_brace(head) else _function_name(head)
+            if name is None:
+                head = []
+            else:
+                depth = 1
+        elif token.text in ("}", ";") or (token.text == ":" and head in (["public"], ["protected"], ["private"])):
             head = []
         else:
             if not head:
                 head_line = token.line
             head.append(token.text)
+
+
+def _goes_on_after_brace(head):
+    """Whether a brace after these tokens holds values ahead of a body: a default argument, a constructor's initial value."""
+    words = " ".join(head)
+    return head.count("(") > head.count(")") or (") :" in words and re.search(r"[:,] \w+$", words) is not None)
 
 
 def _function_name(head):
@@ -43,13 +50,20 @@ def _function_name(head):
         return ""
     if _SCOPE.match(" ".join(_without_template_lists(head))) or "(" not in head:
         return None
-    words = head[: head.index("(")]
-    if not words or "=" in words:
-        return ""
-    start = len(words) - 1
-    while start >= 2 and words[start - 1] == "::":
+    if "operator" in head:
+        start = head.index("operator")
+        return "".join(head[start : head.index("(", start + 2)])
+    opening = next((i for i, text in enumerate(head) if text == "(" and _may_name(head[i - 1])), 0)
+    if "=" in head[: head.index("(")]:  # a lambda that has a name, or data
+        return head[head.index("=") - 1] if head[-1] == ")" else ""
+    start = opening - 1
+    while start >= 2 and head[start - 1] == "::":
         start -= 2
-    return "".join(words[start:])
+    return "".join(head[max(start, 0) : opening])
+
+
+def _may_name(text):
+    return re.fullmatch(r"[A-Za-z_]\w*", text) and text not in ("requires", "decltype", "noexcept", "explicit", "alignas")
 
 
 def _without_template_lists(head):
