@@ -29,8 +29,8 @@ class CardReader {
   /// A reader of text that is already in memory; name stands for the file name in messages.
   [[nodiscard]] static CardReader fromText(std::string name, std::string text);
 
-  /// Starts a card. What is left of the line where the card before ended is dropped; a card without items takes one
-  /// line.
+  /// Starts a card; card is its name for messages, without the word card. What is left of the line where the card
+  /// before ended is dropped; a card without items takes one line.
   void begin(std::string_view card);
 
   /// Read the next item into value; a null value leaves it as it is.
@@ -52,7 +52,8 @@ class CardReader {
   /// Shows the lines after the current card to visit, `most` of them at most, and leaves them unread.
   void unreadLines(int most, const std::function<void(std::string_view)>& visit) const;
 
-  /// Throws InputFault that names file, line, card and field. Texts found are shown in quotes, numbers without.
+  /// Throws InputFault: `deck.dts, line 12, element card, field NNODE: found "x8", expected an integer`. A text found
+  /// is shown in quotes, a number without.
   [[noreturn]] void fault(std::string_view field, std::string_view found, std::string_view expected) const;
   [[noreturn]] void fault(std::string_view field, int found, std::string_view expected) const;
   [[noreturn]] void fault(std::string_view field, double found, std::string_view expected) const;
@@ -71,14 +72,16 @@ class CardReader {
 
   [[nodiscard]] bool startItem(std::string_view field, std::string_view expected);
   [[nodiscard]] bool startRepeat(std::string_view field);
-  void endItem(std::size_t end);
+  [[nodiscard]] bool startRepeated();
+  template <class Number, class Parse>
+  void readNumber(std::string_view field, std::string_view expected, Number& value, Parse parse);
+  [[nodiscard]] std::string quotedText(std::string_view field);
   void skipBlanks();
   void finishCard();
-  [[nodiscard]] std::size_t tokenEnd() const;
+  [[nodiscard]] std::string_view token() const;
   [[nodiscard]] std::size_t lineEnd() const;
-  void readQuoted(std::string_view field, std::string& value);
-  [[noreturn]] void faultAtToken(std::string_view field, std::string_view expected) const;
-  [[nodiscard]] std::string place(std::string_view field) const;
+  [[noreturn]] void faultAtEnd(std::string_view field, std::string_view expected);
+  [[nodiscard]] std::string message(std::string_view field, std::string_view found, std::string_view expected) const;
 
   std::string fileName_;
   std::string text_;

@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "foundation/layout.h"
 
@@ -54,7 +55,6 @@ class Channel {
   Channel(std::string path, int descriptor);
 
   void endLine();
-  [[noreturn]] void failed(std::string_view action) const;
 
   std::string path_;
   std::string buffer_;
