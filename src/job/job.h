@@ -10,6 +10,7 @@
 #include "foundation/parallel.h"
 #include "foundation/progress.h"
 #include "job/console.h"
+#include "job/phase_times.h"
 #include "job/run_records.h"
 
 namespace zema {
@@ -41,6 +42,7 @@ struct Job {
   Console console;
   ProgressLine progress;
   WorkerPool workers;
+  PhaseTimes times;
 
   [[nodiscard]] Channel& listing() { return channels[IRUN.LUSAL]; }
   [[nodiscard]] Channel& log() { return channels[IRUN.LULOG]; }
