@@ -9,6 +9,8 @@
 
 namespace zema {
 
+struct ResultProfile;
+
 /// What differs between kernels as data. One row a kernel, in the kernel's own folder.
 struct KernelProfile {
   std::string_view name;              ///< suffix of the kernel in texts: "V3D"
@@ -51,6 +53,8 @@ class Kernel {
   virtual ~Kernel() = default;
 
   [[nodiscard]] virtual const KernelProfile& profile() const = 0;
+  /// Words, headings and layouts of the results (solid3d::resultProfile() in the kernel of solids).
+  [[nodiscard]] virtual const ResultProfile& results() const = 0;
   /// Sizes of an element by its type; for a type without sizes all are 0.
   [[nodiscard]] virtual ElementSizes TYPE(int NTYPE, int NNODE, int NGAUS) const = 0;
   /// Number of a point of an element in the point store: place (i, j, k) of its NGAUS cube (square in the plane).
