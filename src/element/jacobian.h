@@ -1,0 +1,82 @@
+// Jacobians of solids, plane patterns, surfaces in space and lines, and the stops where one is not positive.
+#pragma once
+
+#include <cmath>
+#include <string_view>
+
+#include "element/shape_functions.h"
+#include "foundation/dense.h"
+
+namespace zema {
+
+/// First lines of the stops at a Jacobian that is not positive, by the routine that met it.
+namespace jacobian_stop {
+inline constexpr std::string_view solid = " PROGRAMA DETENIDO EN LA SUBROUTINA JACOB3D";
+inline constexpr std::string_view surface = " PROGRAMA DETENIDO EN LA SUBROUTINA JACOB2D";
+inline constexpr std::string_view line = " PROGRAMA DETENIDO EN LA SUBROUTINA JACOB1D";
+}  // namespace jacobian_stop
+
+/// Throws PlainStop with the listing's lines on an element whose Jacobian is not positive; element counts from 1.
+[[noreturn]] void stopAtJacobian(std::string_view firstLine, int element);
+
+/// Coordinates of a point: sum over nodes of ELCOD (coordinate x node) SHAPEN.
+template <int NDIM, int NNODE>
+[[nodiscard]] constexpr Vector<NDIM> GPCOD(const Matrix<NDIM, NNODE>& ELCOD, const Vector<NNODE>& SHAPEN) {
+  return CALTEN(ELCOD, SHAPEN);
+}
+
+/// `JACOB3D`, `JACOB2D`: fills CARTD (derivatives in global coordinates, coordinate x node) from DERIV (natural
+/// coordinate x node) and the node coordinates ELCOD (coordinate x node), and returns the determinant of the Jacobian.
+/// Throws PlainStop when it is not positive.
+template <int NDIM, int NNODE>
+[[nodiscard]] inline double JACOB(const Matrix<NDIM, NNODE>& DERIV, const Matrix<NDIM, NNODE>& ELCOD, int element,
+                                  Matrix<NDIM, NNODE>& CARTD) {
+  const Matrix<NDIM> XJACM = PROMAT(DERIV, ELCOD);  // d x_i / d xi_k in row k
+  const double DJACB = DETERM3D(XJACM);
+  if (!(DJACB > 0.0)) stopAtJacobian(NDIM == 3 ? jacobian_stop::solid : jacobian_stop::surface, element);
+  Matrix<NDIM> XJACI;
+  static_cast<void>(INVERT3D(XJACM, XJACI));
+  CARTD = PROMA1(XJACI, DERIV);
+  return DJACB;
+}
+
+/// `JACOB2D` of a surface in space: the scale of the surface element, |dx/ds x dx/dt|, from DERIV (2 x nodes) and the
+/// node coordinates ELCOD (3 x nodes). Throws PlainStop when it is not positive.
+template <int NNODE>
+[[nodiscard]] double JACOB2D(const Matrix<2, NNODE>& DERIV, const Matrix<3, NNODE>& ELCOD, int element) {
+  const Matrix<2, 3> tangents = PROMAT(DERIV, ELCOD);
+  const double x = tangents(0, 1) * tangents(1, 2) - tangents(0, 2) * tangents(1, 1);
+  const double y = tangents(0, 2) * tangents(1, 0) - tangents(0, 0) * tangents(1, 2);
+  const double z = tangents(0, 0) * tangents(1, 1) - tangents(0, 1) * tangents(1, 0);
+  const double DJACB = std::sqrt(x * x + y * y + z * z);
+  if (!(DJACB > 0.0)) stopAtJacobian(jacobian_stop::surface, element);
+  return DJACB;
+}
+
+/// What a line gives at a point.
+template <int NDIM, int NNODE>
+struct LineJacobian {
+  double DJACB = 0.0;        ///< length per unit of the natural coordinate
+  Vector<NDIM> TRANF{};      ///< unit tangent
+  Matrix<1, NNODE> CARTD{};  ///< derivatives along the line
+};
+
+/// `JACOB1D`: a line in the plane or in space. Throws PlainStop when its length is not positive.
+template <int NDIM, int NNODE>
+[[nodiscard]] LineJacobian<NDIM, NNODE> JACOB1D(const Matrix<1, NNODE>& DERIV, const Matrix<NDIM, NNODE>& ELCOD,
+                                                int element) {
+  LineJacobian<NDIM, NNODE> line;
+  double squares = 0.0;
+  for (int i = 0; i < NDIM; ++i) {
+    double& tangent = line.TRANF[static_cast<std::size_t>(i)];
+    for (int a = 0; a < NNODE; ++a) tangent += ELCOD(i, a) * DERIV(0, a);
+    squares += tangent * tangent;
+  }
+  line.DJACB = std::sqrt(squares);
+  if (!(line.DJACB > 0.0)) stopAtJacobian(jacobian_stop::line, element);
+  for (double& tangent : line.TRANF) tangent /= line.DJACB;
+  for (int a = 0; a < NNODE; ++a) line.CARTD(0, a) = DERIV(0, a) / line.DJACB;
+  return line;
+}
+
+}  // namespace zema
