@@ -39,15 +39,15 @@ class CardReader {
   void read(std::string_view field, std::string& value);
 
   /// The next item; a null value gives 0, 0.0 or an empty text.
-  [[nodiscard]] int integer(std::string_view field);
-  [[nodiscard]] double real(std::string_view field);
-  [[nodiscard]] std::string word(std::string_view field);
+  int integer(std::string_view field);
+  double real(std::string_view field);
+  std::string word(std::string_view field);
 
   /// The next item as a subscript; throws InputFault when it is outside low..high.
-  [[nodiscard]] int integer(std::string_view field, int low, int high);
+  int integer(std::string_view field, int low, int high);
 
   /// One whole line as a card of its own: its first `width` columns, without padding and line end.
-  [[nodiscard]] std::string line(std::string_view card, int width);
+  std::string line(std::string_view card, int width);
 
   /// Shows the lines after the current card to visit, `most` of them at most, and leaves them unread.
   void unreadLines(int most, const std::function<void(std::string_view)>& visit) const;

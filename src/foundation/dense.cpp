@@ -30,13 +30,18 @@ double offDiagonal(const Matrix<3, 3>& A) {
   return std::abs(A(0, 1)) + std::abs(A(0, 2)) + std::abs(A(1, 2));
 }
 
+double diagonal(const Matrix<3, 3>& A) {
+  return std::abs(A(0, 0)) + std::abs(A(1, 1)) + std::abs(A(2, 2));
+}
+
 }  // namespace
 
 PrincipalAxes principalAxes(const Matrix<3, 3>& A) {
-  constexpr int mostSweeps = 20;  // a few suffice; values that are not finite never settle
+  constexpr int mostSweeps = 20;          // about five suffice
+  constexpr double negligible = 1.0e-20;  // far below the rounding of the values
   Matrix<3, 3> work{{A(0, 0), A(0, 1), A(0, 2), A(0, 1), A(1, 1), A(1, 2), A(0, 2), A(1, 2), A(2, 2)}};
   Matrix<3, 3> directions = Matrix<3, 3>::identity();
-  for (int sweep = 0; sweep < mostSweeps && offDiagonal(work) != 0.0; ++sweep) {
+  for (int sweep = 0; sweep < mostSweeps && offDiagonal(work) > negligible * diagonal(work); ++sweep) {
     rotate(work, directions, 0, 1);
     rotate(work, directions, 0, 2);
     rotate(work, directions, 1, 2);
