@@ -109,7 +109,7 @@ std::string_view parseReal(std::string_view token, double& value) {
 
 }  // namespace
 
-CardReader::CardReader(std::string fileName) : CardReader(fileName, readWholeFile(fileName)) {}
+CardReader::CardReader(const std::string& fileName) : CardReader(fileName, readWholeFile(fileName)) {}
 
 CardReader::CardReader(std::string name, std::string text) : fileName_(std::move(name)), text_(std::move(text)) {
   if (text_.starts_with("\xEF\xBB\xBF")) text_.erase(0, 3);  // the byte order mark that some editors write

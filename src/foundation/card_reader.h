@@ -24,7 +24,7 @@ class EndOfDeck : public InputFault {
 class CardReader {
  public:
   /// Reads the whole file at once; throws FileFault when that fails. An empty file is legal.
-  explicit CardReader(std::string fileName);
+  explicit CardReader(const std::string& fileName);
 
   /// A reader of text that is already in memory; name stands for the file name in messages.
   [[nodiscard]] static CardReader fromText(std::string name, std::string text);

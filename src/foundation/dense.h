@@ -179,8 +179,8 @@ template <int N>
 /// Principal values of a symmetric matrix, in descending order, and their unit directions in the columns of
 /// `directions`.
 struct PrincipalAxes {
-  Vector<3> values;
-  Matrix<3, 3> directions;
+  Vector<3> values{};
+  Matrix<3, 3> directions{};
 };
 
 /// Principal values and directions of a symmetric 3 x 3 matrix by cyclic Jacobi rotations (Golub & Van Loan, 2013,

@@ -4,10 +4,8 @@
 #include <atomic>
 #include <condition_variable>
 #include <exception>
-#include <memory>
 #include <mutex>
 #include <thread>
-#include <type_traits>
 #include <vector>
 
 namespace zema {
@@ -32,12 +30,11 @@ class WorkerPool {
   /// not begun are left out. Not to be called from inside f.
   template <class F>
   void forEachBlock(int count, int blockSize, F&& f) {
-    run(
-        count, blockSize,
-        [](void* body, int first, int last, int worker) {
-          (*static_cast<std::remove_reference_t<F>*>(body))(first, last, worker);
-        },
-        const_cast<void*>(static_cast<const void*>(std::addressof(f))));
+    auto call = [&f](int first, int last, int worker) { f(first, last, worker); };
+    const Body body = [](void* object, int first, int last, int worker) {
+      (*static_cast<decltype(call)*>(object))(first, last, worker);
+    };
+    run(count, blockSize, body, &call);
   }
 
  private:
