@@ -1,0 +1,309 @@
+// The driver: reads the model, then load steps, increments and iterations until the deck's work is done.
+#include "analysis/driver.h"
+
+#include <algorithm>
+#include <numeric>
+#include <string>
+
+#include "analysis/algorithm.h"
+#include "analysis/analysis.h"
+#include "analysis/convergence.h"
+#include "analysis/field_swap.h"
+#include "analysis/increment.h"
+#include "analysis/residual.h"
+#include "analysis/update.h"
+#include "input/fixity_cards.h"
+#include "input/load_cards.h"
+#include "input/mesh_cards.h"
+#include "job/head.h"
+#include "job/time_lines.h"
+#include "results/listing.h"
+#include "results/monitors.h"
+#include "results/post_files.h"
+#include "solver/band_numbers.h"
+
+namespace zema {
+
+namespace {
+
+/// How an increment, a load step or the run goes on.
+enum class Next { goOn, endOfDeck, endOfRun };
+
+/// Runs a phase and adds the time that it took.
+template <class Phase>
+auto timed(Job& job, double& total, Phase&& phase) {
+  const double start = job.clock.TIMUSE();
+  struct Stop {
+    Job& job;
+    double& total;
+    double start;
+    int exceptions = std::uncaught_exceptions();
+    ~Stop() {
+      if (std::uncaught_exceptions() == exceptions) {
+        const double end = job.clock.TIMUSE();
+        job.clock.CPUTIM(start, end);
+        total += end - start;
+      }
+    }
+  };
+  const Stop stop{job, total, start};
+  return phase();
+}
+
+void refuseWhatIsNotBuilt(const Job& job) {
+  const ControlRecord& control = job.KCONT;
+  const auto refuse = [&](const std::string& what) {
+    throw InputFault(job.CFILE[1] + ": " + what + " is not in this build yet");
+  };
+  if (job.CTEXT.CSTART == "START2" && job.CTEXT.CPROB != "ACOP3D") {
+    refuse("a restart (start word \"START2\")");
+  }
+  if (control.NSOLV == static_cast<int>(SolverCode::frontal) || control.NSOLV == static_cast<int>(SolverCode::gmres) ||
+      control.NSOLV == static_cast<int>(SolverCode::sparse)) {
+    refuse("the equation solver NSOLV = " + std::to_string(control.NSOLV));
+  }
+  if (control.KRENU == 1) {
+    refuse("node renumbering (KRENU = 1)");
+  }
+}
+
+std::unique_ptr<Solver> makeSolver(const ControlRecord& control) {
+  const auto code = static_cast<SolverCode>(control.NSOLV);
+  const bool band = code == SolverCode::bandLU || code == SolverCode::bandCholesky || code == SolverCode::bandLDL;
+  return band ? makeBandSolver(code) : nullptr;
+}
+
+/// The frequency card: four values that are only handed on to the frequency records.
+struct FrequencyCard {
+  int first = 0;
+  double second = 0.0;
+  int third = 0;
+  int fourth = 0;
+
+  void read(CardReader& deck) {
+    deck.begin("frequency card");
+    deck.read("value 1", first);
+    deck.read("value 2", second);
+    deck.read("value 3", third);
+    deck.read("value 4", fourth);
+  }
+};
+
+class Driver {
+ public:
+  Driver(Job& job, Kernel& kernel) : job_(job), analysis_{job, model_, kernel} {}
+
+  void run() {
+    readModel();
+    prepare();
+    for (LoopState& loop = model_.loop; loop.ILOAD <= loop.NLOAD; ++loop.ILOAD) {
+      beginLoadStep();
+      if (runIncrements() == Next::endOfRun) {
+        return;
+      }
+      job_.channels.flushAll();
+    }
+  }
+
+ private:
+  void readModel() {
+    const KernelProfile& profile = analysis_.kernel.profile();
+    model_.text = job_.CTEXT;
+    model_.control = job_.KCONT;
+    model_.NSTR1 = profile.NSTR1;
+    model_.mesh.MDOFN = profile.MDOFN;
+    model_.mesh.NDIME = profile.NDIME;
+    refuseWhatIsNotBuilt(job_);
+    MAKINA(job_, ClockTask::timeLine);
+    model_.loop.INCRE = job_.IRUN.IINCS;
+    model_.loop.ILOAD = job_.IRUN.ILOAS;
+    timed(job_, job_.times.input, [&] { INPU(job_, model_, analysis_.kernel); });
+    CardReader& deck = job_.cards();
+    if (model_.control.KFREC == 1) {
+      frequencyCard_.read(deck);
+    }
+    deck.begin("number of load steps");
+    model_.loop.NLOAD = deck.integer("NLOAD");
+  }
+
+  void prepare() {
+    if (model_.text.CSTART == "START2") {
+      refuseRestart(job_.listing(), model_.control);
+    }
+    timed(job_, job_.times.initial, [&] {
+      allocate(analysis_);
+      analysis_.kernel.prepare(model_);
+    });
+    timed(job_, job_.times.output, [&] { GEOPOST(job_, model_, analysis_.kernel); });
+    analysis_.solver = makeSolver(model_.control);
+    if (!analysis_.solver) {
+      job_.console.warn("NSOLV = " + std::to_string(model_.control.NSOLV) + " names no solver: nothing will be solved");
+    }
+  }
+
+  void beginLoadStep() {
+    constexpr int uncoupled = 1;
+    model_.increment.DFACT = 0.0;
+    timed(job_, job_.times.input, [&] {
+      LOADPS(job_, model_, analysis_.kernel);
+      INPU3(job_, model_, analysis_.kernel);
+    });
+    if (model_.loop.ILOAD == 1 && job_.channels.isOpen(channel::frequencies)) {
+      job_.channels[channel::frequencies].line(
+          FreeLine(frequencyCard_.first, frequencyCard_.second, frequencyCard_.third, frequencyCard_.fourth));
+      job_.channels.close(channel::frequencies);
+    }
+    model_.loop.NPASS = 1;
+    model_.control.KACOP = uncoupled;
+    model_.loop.INCRE = job_.IRUN.IINCS;
+  }
+
+  Next runIncrements() {
+    LoopState& loop = model_.loop;
+    while (loop.INCRE <= loop.NINCS) {
+      if (loop.INCRE > model_.control.NINCM) {
+        return Next::endOfRun;
+      }
+      const Next next = runIncrement();
+      if (next != Next::goOn) {
+        return next;
+      }
+      ++loop.INCRE;
+      job_.channels.flushAll();
+    }
+    return Next::goOn;
+  }
+
+  Next runIncrement() {
+    constexpr double farFromConverged = 9.999e+98;
+    constexpr int atStart = 2;
+    LoopState& loop = model_.loop;
+    TERMEC(model_, FieldSwap::load);
+    numberEquations();
+    if (!INCREM(analysis_)) {
+      job_.console.warn("the deck ends before increment " + std::to_string(loop.INCRE) + " of " +
+                        std::to_string(loop.NINCS) + " of load step " + std::to_string(loop.ILOAD));
+      return Next::endOfDeck;
+    }
+    startElastic();
+    loop.RATIO = farFromConverged;
+    loop.REMAX = farFromConverged;
+    loop.lastRatio = farFromConverged;
+    loop.KCONV = atStart;
+    if (model_.increment.MITER < 0 || iterate() == Next::endOfRun) {
+      return Next::endOfRun;
+    }
+    writeResults();
+    TERMEC(model_, FieldSwap::store);
+    return Next::goOn;
+  }
+
+  /// Equation numbers and band live as long as the load step, which alone may change the supports.
+  void numberEquations() {
+    if (model_.loop.INCRE != 1) {
+      return;
+    }
+    PERMUT(analysis_.equations, model_.working.IFFIX);
+    EVALMBANDA(analysis_.elements, analysis_.equations);
+    CALC_NBA(analysis_.elements, analysis_.equations,
+             {static_cast<SolverCode>(model_.control.NSOLV), model_.control.KRENU == 1}, job_.listing());
+  }
+
+  /// `ELASTICINICIO`: the elastic tensors for the temperature of the load step.
+  void startElastic() {
+    constexpr int coupled = 2;
+    if (model_.control.KACOP == coupled || model_.loop.NPASS == 1) {
+      timed(job_, job_.times.initial, [&] { analysis_.kernel.CALCIN(model_, model_.loadStep.TEMPL); });
+      ++model_.loop.NPASS;
+    }
+  }
+
+  Next iterate() {
+    LoopState& loop = model_.loop;
+    loop.IITER = 0;
+    while (loop.KCONV != 0) {
+      ++loop.IITER;
+      ALGOR(analysis_);
+      solve();
+      timed(job_, job_.times.updating, [&] { UPDAT(analysis_); });
+      timed(job_, job_.times.residual, [&] { RESIDU(analysis_); });
+      timed(job_, job_.times.convergence, [&] { CONVER(analysis_); });
+      endIteration();
+      if (loop.IITER > model_.increment.MITER) {
+        return Next::endOfRun;
+      }
+    }
+    return Next::goOn;
+  }
+
+  /// `SOLVER`: the correction for the out-of-balance forces.
+  void solve() {
+    if (!analysis_.solver) {
+      return;
+    }
+    const bool newMatrix = model_.loop.KRESL < 2;
+    if (newMatrix && model_.loop.INCRE == 1 && model_.loop.IITER == 1) {
+      measureVolumes();
+    }
+    SolverTimes before = solverTimes_;
+    analysis_.solver->solve(analysis_.elements, analysis_.equations, RightHandSide::outOfBalance, newMatrix,
+                            job_.workers, solverTimes_);
+    PhaseTimes& times = job_.times;
+    times.stiffness += solverTimes_.stiffness - before.stiffness;
+    times.assembly += solverTimes_.assembly - before.assembly;
+    times.decomposition += solverTimes_.decomposition - before.decomposition;
+    times.lower += solverTimes_.lower - before.lower;
+    times.upper += solverTimes_.upper - before.upper;
+  }
+
+  /// TVOLU of every element, found in the first stiffness pass of a load step.
+  void measureVolumes() {
+    for (int e = 0; e < model_.mesh.NELEM(); ++e) {
+      model_.mesh.elements[static_cast<std::size_t>(e)].TVOLU = analysis_.kernel.volume(model_, e);
+    }
+  }
+
+  void endIteration() {
+    const LoopState& loop = model_.loop;
+    if (model_.control.KPATH == 2) {
+      FINISH(analysis_);
+    }
+    if (model_.increment.NOUTP[0] > 0) {
+      timed(job_, job_.times.output, [&] { OUTPUT(job_, model_, analysis_.kernel, OutputMoment::iteration); });
+    }
+    MAKINA(job_, ClockTask::progress, {loop.INCRE, loop.IITER, loop.RATIO, loop.REMAX});
+  }
+
+  void writeResults() {
+    const IncrementCard& card = model_.increment;
+    if (model_.control.KPATH == 1) {
+      FINISH(analysis_);
+    }
+    MENERG(job_, model_, analysis_.kernel);
+    DAMAGE(job_, model_, analysis_.kernel);
+    timed(job_, job_.times.output, [&] {
+      if (card.NOUTP[0] == 0) {
+        OUTPUT(job_, model_, analysis_.kernel, OutputMoment::converged);
+      }
+      const int blocks = std::accumulate(card.IPOST3D.begin(), card.IPOST3D.end(), 0);
+      const int variables = std::accumulate(card.IIFLAG.begin(), card.IIFLAG.end(), 0);
+      if (blocks > 0 || variables > 0) {
+        POSPRO(job_, model_, analysis_.kernel);
+      }
+    });
+  }
+
+  Job& job_;
+  Model model_;
+  Analysis analysis_;
+  FrequencyCard frequencyCard_;
+  SolverTimes solverTimes_;
+};
+
+}  // namespace
+
+void VER(Job& job, Kernel& kernel) {
+  Driver(job, kernel).run();
+}
+
+}  // namespace zema

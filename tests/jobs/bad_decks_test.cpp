@@ -1,0 +1,229 @@
+// Decks and machines with faults: every run ends with a clear message, none crashes, hangs or claims a success.
+#include <gtest/gtest.h>
+
+#include <cctype>
+#include <sstream>
+
+#include "jobs/job_runner.h"
+#include "jobs/solid_deck.h"
+
+namespace zema::test {
+namespace {
+
+constexpr int inputFault = 2;
+constexpr int fileFault = 3;
+
+SolidDeck pulledCube() {
+  SolidDeck deck = symmetricCube(MaterialCards::isotropic(1000.0, 0.3));
+  for (const int n : {2, 4, 6, 8}) deck.steps[0].pointLoads[n] = {0.25, 0, 0};
+  deck.steps[0].increments = {Increment{}, Increment{}};
+  return deck;
+}
+
+std::vector<std::string> linesOf(const std::string& text) {
+  std::vector<std::string> lines;
+  std::istringstream in(text);
+  for (std::string line; std::getline(in, line);) lines.push_back(line);
+  return lines;
+}
+
+std::string join(const std::vector<std::string>& lines) {
+  std::string text;
+  for (const std::string& line : lines) text += line + "\n";
+  return text;
+}
+
+TEST(CutDeck, EveryCutBeforeTheFirstIncrementCardIsAFaultThatNamesTheEnd) {
+  const std::vector<std::string> lines = linesOf(pulledCube().text());
+  const std::size_t firstIncrementCard = lines.size() - 2;
+  for (std::size_t kept = 0; kept < lines.size(); ++kept) {
+    const JobFolder folder;
+    folder.write("job.dts", join({lines.begin(), lines.begin() + static_cast<std::ptrdiff_t>(kept)}));
+
+    const JobOutcome outcome = runJob(folder, "job.dts");
+
+    SCOPED_TRACE(testing::Message() << kept << " lines kept: " << outcome.console.substr(outcome.console.size() / 2));
+    if (kept >= firstIncrementCard) {
+      EXPECT_EQ(outcome.status, 0);  // a load step may end with its increment cards
+      EXPECT_NE(outcome.console.find("the deck ends before increment"), std::string::npos);
+      continue;
+    }
+    const bool noCurveCard = folder.read("job.mec.sal").find("No encuentro: CURV") != std::string::npos;
+    EXPECT_TRUE(noCurveCard || outcome.status == inputFault);
+    EXPECT_TRUE(noCurveCard || outcome.console.find("end of the file") != std::string::npos);
+  }
+}
+
+/// Blank-separated tokens of a line with their places.
+std::vector<std::pair<std::size_t, std::size_t>> tokensOf(const std::string& line) {
+  std::vector<std::pair<std::size_t, std::size_t>> tokens;
+  for (std::size_t i = 0; i < line.size();) {
+    if (line[i] == ' ') {
+      ++i;
+      continue;
+    }
+    const std::size_t end = std::min(line.find(' ', i), line.size());
+    tokens.emplace_back(i, end);
+    i = end;
+  }
+  return tokens;
+}
+
+TEST(WrongValue, ALetterInAnyNumericFieldIsAFaultThatNamesLineAndFinding) {
+  const std::vector<std::string> lines = linesOf(pulledCube().text());
+  int tried = 0;
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    for (const auto& [begin, end] : tokensOf(lines[i])) {
+      const char first = lines[i][begin];
+      const bool numeric = std::isdigit(static_cast<unsigned char>(first)) != 0 || first == '-';
+      if (!numeric || lines[i].starts_with("CURV,")) continue;
+      std::vector<std::string> spoilt = lines;
+      spoilt[i] = lines[i].substr(0, begin) + "q7" + lines[i].substr(end);
+      const JobFolder folder;
+      folder.write("job.dts", join(spoilt));
+
+      const JobOutcome outcome = runJob(folder, "job.dts");
+
+      SCOPED_TRACE(testing::Message() << spoilt[i] << "\n" << outcome.console.substr(outcome.console.size() / 2));
+      EXPECT_EQ(outcome.status, inputFault);
+      EXPECT_NE(outcome.console.find("line " + std::to_string(i + 1) + ","), std::string::npos);
+      EXPECT_NE(outcome.console.find("found \"q7\""), std::string::npos);
+      EXPECT_NE(folder.read("job.mec.sal").find("found \"q7\""), std::string::npos);
+      ++tried;
+    }
+  }
+  EXPECT_GT(tried, 150);
+}
+
+/// Runs the cube with one line changed by `change`.
+template <class Change>
+std::pair<JobOutcome, std::string> runChanged(Change change) {
+  SolidDeck deck = pulledCube();
+  change(deck);
+  const JobFolder folder;
+  folder.write("job.dts", deck.text());
+  const JobOutcome outcome = runJob(folder, "job.dts");
+  return {outcome, folder.read("job.mec.sal")};
+}
+
+TEST(WrongModel, NumbersOutOfRangeAreReported) {
+  const auto [badNode, badNodeListing] = runChanged([](SolidDeck& deck) { deck.elements[0].nodes[3] = 9; });
+  EXPECT_NE(badNodeListing.find(" *** DIAGNOSTICO DE CHECK2, ERROR 16"), std::string::npos);
+  EXPECT_NE(badNodeListing.find("  >>>> DETENIDO EN LA RUTINA CHECK2"), std::string::npos);
+  EXPECT_NE(badNodeListing.find(" SIGUE LA LISTA DE TARJETAS POST-ERROR "), std::string::npos);
+  EXPECT_EQ(badNode.status, 0);  // a stop by a check of the program is a normal end for the shell
+
+  const auto [badComposite, compositeListing] = runChanged([](SolidDeck& deck) { deck.elements[0].composite = 2; });
+  EXPECT_NE(compositeListing.find("*** NUMERO DE MATERIAL 0 O MAYOR A NMATC "), std::string::npos);
+  EXPECT_EQ(badComposite.status, 0);
+
+  const auto [badMaterial, unused1] =
+      runChanged([](SolidDeck& deck) { deck.composites[0][0].components[0].first = 5; });
+  EXPECT_EQ(badMaterial.status, inputFault) << badMaterial.console;
+  EXPECT_NE(badMaterial.console.find("LCPRO"), std::string::npos);
+
+  const auto [badFixity, unused2] = runChanged([](SolidDeck& deck) { deck.steps[0].fixities[1].node = 99; });
+  EXPECT_TRUE(badFixity.status == inputFault || unused2.find("CHECK3") != std::string::npos);
+
+  const auto [badLoad, unused3] = runChanged([](SolidDeck& deck) { deck.steps[0].pointLoads[-3] = {1, 0, 0}; });
+  EXPECT_EQ(badLoad.status, inputFault);
+
+  const auto [noModulus, modulusListing] = runChanged([](SolidDeck& deck) { deck.materials[0].E[1] = 0.0; });
+  EXPECT_NE(modulusListing.find("** MATERIAL CON MODULO ELASTICO NULO O NEGATIVO  **"), std::string::npos);
+  EXPECT_EQ(noModulus.status, 0);
+}
+
+TEST(WrongModel, AMirroredBrickStopsAtItsFirstPoint) {
+  const auto [outcome, listing] =
+      runChanged([](SolidDeck& deck) { deck.elements[0].nodes = {1, 3, 4, 2, 5, 7, 8, 6}; });
+
+  EXPECT_EQ(outcome.status, 1);
+  EXPECT_NE(listing.find(" PROGRAMA DETENIDO EN LA SUBROUTINA JACOB3D\n            AREA CERO O NEGATIVA \n"
+                         "           ELEMENTO NUMER     1\n"),
+            std::string::npos)
+      << listing.substr(listing.size() - 400);
+}
+
+TEST(WrongModel, ABodyWithoutSupportsNeverConverges) {
+  for (const int NSOLV : {2, 4, 5}) {
+    const auto [outcome, listing] = runChanged([&](SolidDeck& deck) {
+      deck.NSOLV = NSOLV;
+      deck.steps[0].fixities = {{1, 0, {}}};
+    });
+
+    SCOPED_TRACE(NSOLV);
+    const bool pivot = listing.find("  >>>> MATRIZ DEFINIDA NEGATIVA O PIVOT NULO ") != std::string::npos;
+    const bool diverged = listing.find(" >>>>  DETENIDO en CONVER POR FALTA DE CONVERGENCIA ") != std::string::npos;
+    EXPECT_TRUE(NSOLV == 4 ? pivot || diverged : diverged) << listing.substr(listing.size() - 1500);
+    EXPECT_LT(outcome.status, 5);
+  }
+}
+
+TEST(WrongModel, ABodyWithoutLoadsConvergesAtOnceWithAWarning) {
+  const auto [outcome, listing] = runChanged([](SolidDeck& deck) { deck.steps[0].pointLoads.clear(); });
+
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_NE(listing.find("WARNING: TOTAL FORCES EQUAL            CERO :"), std::string::npos);
+  EXPECT_EQ(listing.find("AN ERROR HAS BEEN DETECTED"), std::string::npos);
+}
+
+TEST(WrongModel, WhatThisBuildCannotDoIsSaid) {
+  for (const int NSOLV : {1, 3, 6}) {
+    const auto [outcome, listing] = runChanged([&](SolidDeck& deck) { deck.NSOLV = NSOLV; });
+    EXPECT_EQ(outcome.status, inputFault) << NSOLV;
+  }
+  const auto [law, listing] = runChanged([](SolidDeck& deck) { deck.materials[0].law = 8; });
+  EXPECT_EQ(law.status, inputFault);
+  EXPECT_NE(law.console.find("not in this build yet"), std::string::npos);
+}
+
+TEST(WrongFiles, MissingEmptyAndUnreadableDecks) {
+  const JobFolder folder;
+  const JobOutcome missing = runJob(folder, "nothing.dts");
+  EXPECT_EQ(missing.status, fileFault);
+  EXPECT_NE(missing.console.find("nothing.dts: No such file"), std::string::npos) << missing.console;
+  EXPECT_FALSE(folder.has("nothing.dts"));
+
+  folder.write("empty.dts", "");
+  EXPECT_EQ(runJob(folder, "empty.dts").status, inputFault);
+
+  std::filesystem::create_directory(folder.path() / "folder.dts");
+  EXPECT_EQ(runJob(folder, "folder.dts").status, fileFault);
+
+  EXPECT_EQ(runJob(folder, "").status, fileFault);
+
+  folder.write("junk.dts", std::string("MEC3D\n\0\x01\xff\xfe\n", 11) + std::string(100000, '\x80'));
+  EXPECT_EQ(runJob(folder, "junk.dts").status, inputFault);
+
+  folder.write("odd.dts", "mec3d\n1 0 0 1 0\nSTART1\n'title'\n");
+  const JobOutcome odd = runJob(folder, "odd.dts");
+  EXPECT_EQ(odd.status, 1);
+  EXPECT_NE(odd.console.find("--> UNKNOWN PROBLEM TYPE..........S:INPU1"), std::string::npos);
+}
+
+TEST(WrongFiles, AFullDiskOrALimitOnFileSizeEndsTheRunWithAMessage) {
+  const JobFolder folder;
+  folder.write("job.dts", pulledCube().text());
+  std::filesystem::create_symlink("/dev/full", folder.path() / "job.post.res");
+  const JobOutcome full = runJob(folder, "job.dts");
+  EXPECT_EQ(full.status, fileFault);
+  EXPECT_NE(full.console.find("job.post.res: No space left on device"), std::string::npos) << full.console;
+
+  const JobFolder limited;
+  limited.write("job.dts", pulledCube().text());
+  const JobOutcome outcome = runJob(limited, "job.dts", "ulimit -f 8");
+  EXPECT_EQ(outcome.status, fileFault) << outcome.console;
+  EXPECT_NE(outcome.console.find("File too large"), std::string::npos);
+}
+
+TEST(WrongFiles, AConsoleThatIsClosedIsNoReasonToFail) {
+  const JobFolder folder;
+  folder.write("job.dts", pulledCube().text());
+  const JobOutcome outcome = runJob(folder, "job.dts", "exec >&-");
+
+  EXPECT_EQ(outcome.status, 0);
+  EXPECT_NE(folder.read("job.post.res").find("STRESSES"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace zema::test

@@ -1,0 +1,268 @@
+// Bending and large deflection of whole meshes against published values and an independent textbook program.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <fstream>
+#include <sstream>
+
+#include "jobs/job_runner.h"
+#include "jobs/solid_deck.h"
+
+namespace zema::test {
+namespace {
+
+// ---- slender beam 6 x .2 x .1, six elements, E = 1e7, nu = .3 (MacNeal and Harder, 1985) ----
+
+enum class BeamMesh { regular, trapezoid, parallelogram };
+
+SolidDeck slenderBeam(BeamMesh mesh) {
+  SolidDeck deck;
+  deck.materials = {MaterialCards::isotropic(1e7, 0.3)};
+  BrickGrid{6, 1, 1}.addTo(deck, [&](int i, int j, int k) {
+    const double y = 0.2 * j;
+    const double slant = (y - 0.1) * (mesh == BeamMesh::trapezoid && i % 2 == 0 ? -1.0 : 1.0);
+    const bool inner = i > 0 && i < 6;
+    return Vector3{i + (inner && mesh != BeamMesh::regular ? slant : 0.0), y, 0.1 * k};
+  });
+  for (int k = 0; k <= 1; ++k) {
+    for (int j = 0; j <= 1; ++j) deck.steps[0].fixities.push_back({BrickGrid{6, 1, 1}.at(0, j, k), 111, {}});
+  }
+  return deck;
+}
+
+/// Mean tip displacement in the direction of a unit tip load, over the reference value.
+double tipRatio(SolidDeck deck, std::size_t direction, double reference) {
+  const BrickGrid grid{6, 1, 1};
+  for (int k = 0; k <= 1; ++k) {
+    for (int j = 0; j <= 1; ++j) deck.steps[0].pointLoads[grid.at(6, j, k)][direction] = 0.25;
+  }
+  const JobFolder folder;
+  const auto results = solve(folder, deck.text());
+  double mean = 0.0;
+  for (int k = 0; k <= 1; ++k) {
+    for (int j = 0; j <= 1; ++j) mean += atNode(block(results, "DISPLACEMENTS"), grid.at(6, j, k))[direction] / 4.0;
+  }
+  return mean / reference;
+}
+
+/// Rotation of the tip about the axis under a unit torque by equal tangential forces, over the reference value.
+double twistRatio(SolidDeck deck) {
+  const BrickGrid grid{6, 1, 1};
+  constexpr double halfWidth = 0.1;
+  constexpr double halfDepth = 0.05;
+  const double radius = std::hypot(halfWidth, halfDepth);
+  const auto tangent = [&](int j, int k) {
+    const double y = j == 0 ? -halfWidth : halfWidth;
+    const double z = k == 0 ? -halfDepth : halfDepth;
+    return Vector3{0.0, -z / radius, y / radius};
+  };
+  for (int k = 0; k <= 1; ++k) {
+    for (int j = 0; j <= 1; ++j) {
+      const Vector3 t = tangent(j, k);
+      deck.steps[0].pointLoads[grid.at(6, j, k)] = {0.0, t[1] / (4 * radius), t[2] / (4 * radius)};
+    }
+  }
+  const JobFolder folder;
+  const auto results = solve(folder, deck.text());
+  double rotation = 0.0;
+  for (int k = 0; k <= 1; ++k) {
+    for (int j = 0; j <= 1; ++j) {
+      const auto& u = atNode(block(results, "DISPLACEMENTS"), grid.at(6, j, k));
+      rotation += (u[1] * tangent(j, k)[1] + u[2] * tangent(j, k)[2]) / (4 * radius);
+    }
+  }
+  return rotation / 0.03208;
+}
+
+struct BeamRow {
+  BeamMesh mesh;
+  double extension, inPlane, outOfPlane, twist;
+};
+
+TEST(SlenderBeam, PlainBricksShowTheKnownRatios) {
+  for (const BeamRow& row : {BeamRow{BeamMesh::regular, .98561, .09291, .02518, .89191},
+                             BeamRow{BeamMesh::trapezoid, .98586, .02557, .01045, .50386},
+                             BeamRow{BeamMesh::parallelogram, .98582, .03154, .01424, .34372}}) {
+    const SolidDeck deck = slenderBeam(row.mesh);
+
+    SCOPED_TRACE(static_cast<int>(row.mesh));
+    EXPECT_NEAR(tipRatio(deck, 0, 3e-5), row.extension, 1e-5);
+    EXPECT_NEAR(tipRatio(deck, 1, .1081), row.inPlane, 1e-5);
+    EXPECT_NEAR(tipRatio(deck, 2, .4321), row.outOfPlane, 1e-5);
+    EXPECT_NEAR(twistRatio(deck), row.twist, 1e-5);
+  }
+}
+
+TEST(SlenderBeam, TetrahedraShowTheKnownRatios) {
+  SolidDeck deck = slenderBeam(BeamMesh::regular);
+  splitIntoTetrahedra(deck);
+
+  EXPECT_NEAR(tipRatio(deck, 0, 3e-5), .97854, 1e-5);
+  EXPECT_NEAR(tipRatio(deck, 1, .1081), .03148, 1e-5);
+  EXPECT_NEAR(tipRatio(deck, 2, .4321), .00914, 1e-5);
+}
+
+// ---- thick elliptic plate under pressure (NAFEMS LE10) ----
+
+/// Place in the result file's walk (around the low face, then the high one) of a brick's point nearest to a place.
+std::size_t nearestPoint(const SolidDeck& deck, int element, const Vector3& place) {
+  constexpr double sign[8][3] = {{-1, -1, -1}, {1, -1, -1}, {1, 1, -1}, {-1, 1, -1},
+                                 {-1, -1, 1},  {1, -1, 1},  {1, 1, 1},  {-1, 1, 1}};
+  std::size_t best = 0;
+  double least = 1e300;
+  for (std::size_t point = 0; point < 8; ++point) {
+    double distance = 0.0;
+    for (std::size_t d = 0; d < 3; ++d) {
+      double x = 0.0;
+      for (std::size_t a = 0; a < 8; ++a) {
+        double N = 0.125;
+        for (std::size_t k = 0; k < 3; ++k) N *= 1.0 + sign[point][k] * sign[a][k] / std::sqrt(3.0);
+        const auto node = static_cast<std::size_t>(deck.elements[static_cast<std::size_t>(element - 1)].nodes[a]);
+        x += N * deck.nodes[node - 1][d];
+      }
+      distance += (x - place[d]) * (x - place[d]);
+    }
+    if (distance < least) {
+      least = distance;
+      best = point;
+    }
+  }
+  return best;
+}
+
+TEST(ThickPlate, StressAtTheInnerEdgeAgreesWithTheKnownMeshValues) {
+  const BrickGrid grid{8, 12, 4};
+  SolidDeck deck;
+  deck.materials = {MaterialCards::isotropic(210e9, 0.3)};
+  grid.addTo(deck, [](int i, int j, int k) {
+    const double angle = std::acos(0.0) * (12 - j) / 12;
+    const double r = i / 8.0;
+    return Vector3{(2 + 1.25 * r) * std::cos(angle), (1 + 1.75 * r) * std::sin(angle), -0.3 + 0.6 * k / 4};
+  });
+  for (ElementCard& brick : deck.elements) {  // the angle falls with j: turn the bricks right side out
+    brick.nodes = {brick.nodes[3], brick.nodes[2], brick.nodes[1], brick.nodes[0],
+                   brick.nodes[7], brick.nodes[6], brick.nodes[5], brick.nodes[4]};
+  }
+  for (int k = 0; k <= 4; ++k) {
+    for (int j = 0; j <= 12; ++j) {
+      for (int i = 0; i <= 8; ++i) {
+        const bool outer = i == 8;
+        const int code = (outer || j == 0 ? 100 : 0) + (outer || j == 12 ? 10 : 0) + (outer && k == 2 ? 1 : 0);
+        if (code != 0) deck.steps[0].fixities.push_back({grid.at(i, j, k), code, {}});
+      }
+    }
+  }
+  const int topLayer = 8 * 12 * 3;
+  for (int cell = 0; cell < 8 * 12; ++cell) {
+    const int element = topLayer + cell + 1;
+    const auto& n = deck.elements[static_cast<std::size_t>(element - 1)].nodes;
+    deck.steps[0].faces.push_back({element, {n[4], n[5], n[6]}, {0, 0, -1e6}});
+    deck.steps[0].faces.push_back({element, {n[4], n[6], n[7]}, {0, 0, -1e6}});
+  }
+  deck.steps[0].increments[0].tolerance = 1e-7;
+  const JobFolder folder;
+
+  const auto results = solve(folder, deck.text());
+
+  const int corner = grid.at(0, 12, 4);
+  const int cornerElement = grid.nx * grid.ny * 4 - grid.nx + 1;
+  const ResultBlock& stress = block(results, "STRESSES");
+  const std::size_t line = nearestPoint(deck, cornerElement, deck.nodes[static_cast<std::size_t>(corner - 1)]);
+  const std::size_t firstLine = 8 * static_cast<std::size_t>(cornerElement - 1);
+  EXPECT_NEAR(stress.rows[firstLine + line][1] / 1e6, -4.694, 6e-4);
+  EXPECT_NEAR(atNode(block(results, "DISPLACEMENTS"), corner)[2] * 1e6, -93.37, 6e-3);
+}
+
+// ---- an independent textbook program: tests/data/reference ----
+
+using Table = std::vector<std::vector<double>>;
+
+Table readTable(const std::string& problem, const std::string& file) {
+  std::ifstream in(std::string(ZEMA_SOURCE) + "/tests/data/reference/" + problem + "/" + file);
+  EXPECT_TRUE(in.good()) << problem << "/" << file;
+  Table table;
+  std::string line;
+  std::getline(in, line);
+  while (std::getline(in, line)) {
+    for (char& c : line) c = c == ',' ? ' ' : c;
+    std::istringstream items(line);
+    std::vector<double> row;
+    for (double value = 0; items >> value;) row.push_back(value);
+    table.push_back(row);
+  }
+  return table;
+}
+
+SolidDeck referenceProblem(const std::string& problem, int increments) {
+  SolidDeck deck;
+  deck.materials = {MaterialCards::isotropic(200000.0, 0.3)};
+  for (const auto& row : readTable(problem, "nodes.csv")) deck.nodes.push_back({row[1], row[2], row[3]});
+  for (const auto& row : readTable(problem, "elements.csv")) {
+    deck.elements.push_back({std::vector<int>(row.begin() + 1, row.end())});
+  }
+  LoadStepCards& step = deck.steps[0];
+  std::map<int, FixityCard> fixities;
+  constexpr int digit[3] = {100, 10, 1};
+  for (const auto& row : readTable(problem, "bc.csv")) {
+    const int node = static_cast<int>(row[0]);
+    const auto dof = static_cast<std::size_t>(row[1]) - 1;
+    FixityCard& card = fixities.try_emplace(node, FixityCard{node, 0, {}}).first->second;
+    card.code += digit[dof];
+    card.values[dof] = row[2];
+  }
+  for (const auto& [node, card] : fixities) step.fixities.push_back(card);
+  for (const auto& row : readTable(problem, "loads.csv")) {
+    step.pointLoads[static_cast<int>(row[0])][static_cast<std::size_t>(row[1]) - 1] += row[2];
+  }
+  step.increments[0].repeat = increments;
+  step.increments[0].factor = 1.0 / increments;
+  return deck;
+}
+
+/// All displacements and stresses of all increments within 1e-6 of the largest value of each field.
+void expectAgreement(const std::string& problem, const std::vector<ResultBlock>& results) {
+  double largestU = 0.0;
+  double largestS = 0.0;
+  const Table u = readTable(problem, "u_plain.csv");
+  const Table s = readTable(problem, "s_plain.csv");
+  for (const auto& row : u)
+    for (std::size_t d = 2; d < 5; ++d) largestU = std::max(largestU, std::abs(row[d]));
+  for (const auto& row : s)
+    for (std::size_t c = 3; c < 9; ++c) largestS = std::max(largestS, std::abs(row[c]));
+  for (const auto& row : u) {
+    const ResultBlock& found = block(results, "DISPLACEMENTS", static_cast<int>(row[0]) - 1);
+    for (std::size_t d = 0; d < 3; ++d) {
+      ASSERT_NEAR(atNode(found, static_cast<int>(row[1]))[d], row[d + 2], 1e-6 * largestU);
+    }
+  }
+  // the files walk a brick's points around its faces; the reference counts them with the first direction fastest
+  constexpr std::size_t placeInFile[8] = {0, 1, 3, 2, 4, 5, 7, 6};
+  for (const auto& row : s) {
+    const ResultBlock& found = block(results, "STRESSES", static_cast<int>(row[0]) - 1);
+    const std::size_t line =
+        8 * (static_cast<std::size_t>(row[1]) - 1) + placeInFile[static_cast<std::size_t>(row[2]) - 1];
+    for (std::size_t c = 0; c < 6; ++c) ASSERT_NEAR(found.rows[line][c], row[c + 3], 1e-6 * largestS);
+  }
+}
+
+TEST(ReferenceProblem, DistortedBrickWithNodalForces) {
+  const JobFolder folder;
+  expectAgreement("r1_hex_single_nu03", solve(folder, referenceProblem("r1_hex_single_nu03", 1).text()));
+}
+
+TEST(ReferenceProblem, LinearCantilever) {
+  const JobFolder folder;
+  expectAgreement("r3_hex_beam_linear", solve(folder, referenceProblem("r3_hex_beam_linear", 1).text()));
+}
+
+TEST(ReferenceProblem, LargeDeflectionOfACantileverWithReportedCauchyStress) {
+  SolidDeck deck = referenceProblem("r7_hex_beam_large", 5);
+  deck.LARGE = 1;
+  deck.KPUSH = 2;
+  deck.KTANP = 1;
+  const JobFolder folder;
+  expectAgreement("r7_hex_beam_large", solve(folder, deck.text()));
+}
+
+}  // namespace
+}  // namespace zema::test

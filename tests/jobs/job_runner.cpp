@@ -1,0 +1,133 @@
+// Starts the program as a child process and parses its post results.
+#include "jobs/job_runner.h"
+
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace zema::test {
+
+namespace {
+
+std::string quotedText(const std::string& line) {
+  const std::size_t open = line.find('"');
+  const std::size_t close = line.find('"', open + 1);
+  return open == std::string::npos ? "" : line.substr(open + 1, close - open - 1);
+}
+
+double timeOf(const std::string& line) {
+  const std::size_t lastQuote = line.rfind("\" ", line.find(" Vector") != std::string::npos   ? line.find(" Vector")
+                                                  : line.find(" Matrix") != std::string::npos ? line.find(" Matrix")
+                                                                                              : line.find(" Scalar"));
+  std::istringstream rest(line.substr(lastQuote + 1));
+  double time = 0.0;
+  rest >> time;
+  return time;
+}
+
+/// A value line: a number of a node or element in its own field (or blanks), then values.
+void readValueLine(const std::string& line, ResultBlock& result) {
+  std::istringstream in(line);
+  if (line[4] != ' ') {
+    int id = 0;
+    in >> id;
+    result.ids.push_back(id);
+  } else {
+    result.ids.push_back(result.ids.empty() ? 0 : result.ids.back());
+  }
+  std::vector<double> row;
+  for (double value = 0.0; in >> value;) row.push_back(value);
+  result.rows.push_back(row);
+}
+
+}  // namespace
+
+JobFolder::JobFolder() {
+  std::string pattern = (std::filesystem::temp_directory_path() / "zema-job-XXXXXX").string();
+  if (mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("no folder for the job");
+  path_ = pattern;
+}
+
+JobFolder::~JobFolder() {
+  std::error_code ignored;
+  std::filesystem::permissions(path_, std::filesystem::perms::owner_all, ignored);
+  std::filesystem::remove_all(path_, ignored);
+}
+
+void JobFolder::write(const std::string& name, const std::string& text) const {
+  std::ofstream(path_ / name, std::ios::binary) << text;
+}
+
+std::string JobFolder::read(const std::string& name) const {
+  std::ifstream in(path_ / name, std::ios::binary);
+  std::ostringstream all;
+  all << in.rdbuf();
+  return all.str();
+}
+
+JobOutcome runJob(const JobFolder& folder, const std::string& deck, const std::string& limits) {
+  const std::string command = "cd '" + folder.path().string() + "' && { " + (limits.empty() ? ":" : limits) +
+                              "; FOR005='" + deck + "' timeout 120 " ZEMA_PROGRAM " 2>&1 </dev/null; }";
+  FILE* pipe = popen(command.c_str(), "r");
+  JobOutcome outcome;
+  std::array<char, 4096> piece{};
+  for (std::size_t n = 0; (n = fread(piece.data(), 1, piece.size(), pipe)) > 0;)
+    outcome.console.append(piece.data(), n);
+  const int status = pclose(pipe);
+  outcome.status = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+  return outcome;
+}
+
+std::vector<ResultBlock> readPostResults(const JobFolder& folder, const std::string& stem) {
+  std::istringstream in(folder.read(stem + ".post.res"));
+  std::vector<ResultBlock> all;
+  bool inValues = false;
+  for (std::string line; std::getline(in, line);) {
+    if (line.starts_with("Result ")) {
+      all.push_back({quotedText(line), timeOf(line), {}, {}});
+    } else if (line.starts_with(" End Values")) {
+      inValues = false;
+    } else if (line.starts_with(" Values")) {
+      inValues = true;
+    } else if (inValues) {
+      readValueLine(line, all.back());
+    }
+  }
+  return all;
+}
+
+std::vector<ResultBlock> solve(const JobFolder& folder, const std::string& deckText) {
+  folder.write("job.dts", deckText);
+  const JobOutcome outcome = runJob(folder, "job.dts");
+  EXPECT_EQ(outcome.status, 0) << outcome.console;
+  const std::string listing = folder.read("job.mec.sal");
+  EXPECT_EQ(listing.find("AN ERROR HAS BEEN DETECTED"), std::string::npos)
+      << outcome.console << listing.substr(listing.size() < 2000 ? 0 : listing.size() - 2000);
+  return readPostResults(folder, "job");
+}
+
+const ResultBlock& block(const std::vector<ResultBlock>& all, const std::string& name, int n) {
+  for (const ResultBlock& candidate : all) {
+    if (candidate.name.starts_with(name) && n-- == 0) return candidate;
+  }
+  throw std::runtime_error("no result block " + name);
+}
+
+const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::string& name) {
+  for (auto candidate = all.rbegin(); candidate != all.rend(); ++candidate) {
+    if (candidate->name.starts_with(name)) return *candidate;
+  }
+  throw std::runtime_error("no result block " + name);
+}
+
+const std::vector<double>& atNode(const ResultBlock& displacements, int node) {
+  return displacements.rows.at(static_cast<std::size_t>(node - 1));
+}
+
+}  // namespace zema::test

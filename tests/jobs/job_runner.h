@@ -1,0 +1,59 @@
+// Runs whole jobs through the program in a folder of their own, and reads what they leave.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zema::test {
+
+/// A folder for one test's jobs, removed at its end.
+class JobFolder {
+ public:
+  JobFolder();
+  ~JobFolder();
+  JobFolder(const JobFolder&) = delete;
+  JobFolder& operator=(const JobFolder&) = delete;
+
+  [[nodiscard]] const std::filesystem::path& path() const { return path_; }
+  void write(const std::string& name, const std::string& text) const;
+  [[nodiscard]] std::string read(const std::string& name) const;
+  [[nodiscard]] bool has(const std::string& name) const { return std::filesystem::exists(path_ / name); }
+
+ private:
+  std::filesystem::path path_;
+};
+
+/// How the program ended.
+struct JobOutcome {
+  int status = -1;      ///< exit status; 128 + signal when it was killed
+  std::string console;  ///< standard output and standard error
+};
+
+/// Runs the program with FOR005 = deck inside the folder; limits: shell text such as "ulimit -f 1" run before it.
+JobOutcome runJob(const JobFolder& folder, const std::string& deck, const std::string& limits = "");
+
+/// One block of a post result file.
+struct ResultBlock {
+  std::string name;  ///< the result text, e.g. "STRESSES//COMPOSITE"
+  double time = 0.0;
+  std::vector<int> ids;                   ///< node, or element of each value line
+  std::vector<std::vector<double>> rows;  ///< values of each line
+};
+
+/// All blocks of a post result file, in file order.
+std::vector<ResultBlock> readPostResults(const JobFolder& folder, const std::string& stem);
+
+/// Runs a deck as job "job" and expects a normal, converged end; gives its result blocks.
+std::vector<ResultBlock> solve(const JobFolder& folder, const std::string& deckText);
+
+/// The n-th block (from 0) whose name begins with `name`; fails the test when there is none.
+const ResultBlock& block(const std::vector<ResultBlock>& all, const std::string& name, int n = 0);
+/// The last such block.
+const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::string& name);
+
+/// Displacement of a node (from 1) in a displacement block.
+const std::vector<double>& atNode(const ResultBlock& displacements, int node);
+
+}  // namespace zema::test

@@ -1,0 +1,122 @@
+// Builds decks of 3D solids for whole-job tests.
+#pragma once
+
+#include <array>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace zema::test {
+
+using Vector3 = std::array<double, 3>;
+
+/// An orthotropic elastic material; isotropic unless its members are changed.
+struct MaterialCards {
+  static MaterialCards isotropic(double E, double nu, double density = 0.0);
+
+  std::array<double, 3> E{};                              ///< Exx, Eyy, Ezz
+  double xy = 0, yx = 0, xz = 0, zx = 0, yz = 0, zy = 0;  ///< Poisson coefficients
+  std::array<double, 3> G{};                              ///< Gxy, Gxz, Gyz; 0: computed
+  double density = 0.0;
+  Vector3 angles{};  ///< Euler angles in the order of the rotation, degrees
+  double referenceTemperature = 0.0;
+  std::vector<std::array<double, 2>> youngCurve;
+  std::vector<std::array<double, 2>> poissonCurve;
+  std::array<double, 6> stressMap{1, 1, 1, 1, 1, 1};  ///< xx yy xy zz xz yz
+  int law = 0;                                        ///< integration code
+};
+
+struct LayerCards {
+  double fraction = 1.0;
+  Vector3 angles{};
+  std::vector<std::pair<int, double>> components{{1, 1.0}};
+};
+
+struct ElementCard {
+  std::vector<int> nodes;
+  int composite = 1;
+  int step = 1;
+  Vector3 angles{};
+  int NINTE = 1;
+};
+
+struct FixityCard {
+  int node;
+  int code;
+  Vector3 values{};
+};
+
+struct FaceCard {
+  int element;
+  std::array<int, 3> nodes;
+  Vector3 load;  ///< the same at the three nodes
+};
+
+struct Increment {
+  int repeat = 1;
+  double factor = 1.0;
+  double time = 1.0;
+  double tolerance = 1e-9;
+  int iterations = 30;
+  std::array<int, 4> output{0, 3, 0, 0};
+  int algorithm = 2;
+  std::array<int, 4> post{1, 1, 1, 0};
+};
+
+struct LoadStepCards {
+  std::vector<int> activeSteps{1};
+  int KLOAD = 0;
+  std::map<int, Vector3> pointLoads;
+  double gravity = 0.0;  ///< g along -z of the loaded steps
+  std::vector<int> gravitySteps{1};
+  std::vector<FaceCard> faces;
+  double temperature = 0.0;
+  std::vector<FixityCard> fixities;
+  std::vector<Increment> increments{Increment{}};
+};
+
+struct SolidDeck {
+  int KPATH = 1;
+  int LARGE = 0;
+  int KTANP = 0;
+  int KPUSH = 1;
+  int NSOLV = 4;
+  std::vector<Vector3> nodes;
+  std::vector<ElementCard> elements;
+  std::vector<std::vector<LayerCards>> composites{{LayerCards{}}};
+  std::vector<MaterialCards> materials;
+  std::vector<std::string> curves;  ///< lines after the "CURV," card, four or more a curve
+  int curveCount = 0;
+  std::vector<LoadStepCards> steps{LoadStepCards{}};
+
+  /// The whole deck as text.
+  [[nodiscard]] std::string text() const;
+};
+
+/// A block of bricks; at(i, j, k) gives the node number of a grid place.
+struct BrickGrid {
+  int nx, ny, nz;
+
+  [[nodiscard]] int at(int i, int j, int k) const { return 1 + i + (nx + 1) * (j + (ny + 1) * k); }
+  /// The eight nodes of cell (i, j, k), low face first.
+  [[nodiscard]] std::vector<int> cell(int i, int j, int k) const;
+  /// Adds nodes (placed by `place`) and cells to a deck.
+  template <class Place>
+  void addTo(SolidDeck& deck, Place place) const {
+    for (int k = 0; k <= nz; ++k)
+      for (int j = 0; j <= ny; ++j)
+        for (int i = 0; i <= nx; ++i) deck.nodes.push_back(place(i, j, k));
+    for (int k = 0; k < nz; ++k)
+      for (int j = 0; j < ny; ++j)
+        for (int i = 0; i < nx; ++i) deck.elements.push_back({cell(i, j, k)});
+  }
+};
+
+/// Replaces every brick of a deck by six tetrahedra with the same corners.
+void splitIntoTetrahedra(SolidDeck& deck);
+
+/// One brick of edge 1 with its three faces at the origin on symmetry planes; fixities driven by `drive` at x = 1
+/// (prescribed x displacement) when it is not 0.
+SolidDeck symmetricCube(const MaterialCards& material, double drive = 0.0);
+
+}  // namespace zema::test

@@ -1,0 +1,267 @@
+// Uniform states of whole decks: large shear, own weight, construction stages, temperature, orthotropy in three ways.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "jobs/job_runner.h"
+#include "jobs/solid_deck.h"
+
+namespace zema::test {
+namespace {
+
+Vector3 unitGrid(int i, int j, int k) {
+  return {double(i), double(j), double(k)};
+}
+
+// ---- simple shear with finite strain: E = 1000, nu = .25, so lambda = mu = 400 ----
+
+SolidDeck simpleShear(double gamma, int KPUSH, int KTANP) {
+  SolidDeck deck;
+  deck.LARGE = 1;
+  deck.KPUSH = KPUSH;
+  deck.KTANP = KTANP;
+  deck.materials = {MaterialCards::isotropic(1000.0, 0.25)};
+  const BrickGrid grid{2, 2, 2};
+  grid.addTo(deck, [](int i, int j, int k) { return Vector3{i / 2.0, j / 2.0, k / 2.0}; });
+  for (int n = 1; n <= 27; ++n) {
+    const Vector3& x = deck.nodes[static_cast<std::size_t>(n - 1)];
+    if (n != grid.at(1, 1, 1)) deck.steps[0].fixities.push_back({n, 111, {gamma * x[1], 0, 0}});
+  }
+  deck.steps[0].increments[0].post = {1, 1, 1, 0};
+  return deck;
+}
+
+TEST(SimpleShear, StressesAndReactionsAreThoseOfTheClosedForm) {
+  struct Row {
+    double gamma;
+    std::array<double, 6> S;  // xx yy zz xy xz yz
+    std::array<double, 6> cauchy;
+  };
+  for (const Row& row : {Row{.1, {2, 6, 2, 40, 0, 0}, {10.06, 6, 2, 40.6, 0, 0}},
+                         Row{.5, {50, 150, 50, 200, 0, 0}, {287.5, 150, 50, 275, 0, 0}},
+                         Row{1, {200, 600, 200, 400, 0, 0}, {1600, 600, 200, 1000, 0, 0}}}) {
+    for (const auto& [KPUSH, KTANP] : {std::pair{1, 0}, {2, 1}, {2, 0}}) {
+      const JobFolder folder;
+
+      const auto results = solve(folder, simpleShear(row.gamma, KPUSH, KTANP).text());
+
+      SCOPED_TRACE(testing::Message() << "gamma " << row.gamma << " KPUSH " << KPUSH << " KTANP " << KTANP);
+      const auto& expected = KPUSH == 2 ? row.cauchy : row.S;
+      for (const auto& values : block(results, "STRESSES").rows) {
+        for (std::size_t s = 0; s < 6; ++s) EXPECT_NEAR(values[s], expected[s], 1e-8 * 1600);
+      }
+      EXPECT_NEAR(block(results, "STRAINS//TOTAL").rows[0][0], 0.0, 1e-10);
+      EXPECT_NEAR(block(results, "STRAINS//TOTAL").rows[0][1], (KPUSH == 2 ? -1.0 : 1.0) * row.gamma * row.gamma / 2,
+                  1e-10);
+    }
+  }
+}
+
+// ---- column 1 x 1 x 10 under its own weight ----
+
+SolidDeck column() {
+  SolidDeck deck;
+  deck.materials = {MaterialCards::isotropic(1e5, 0.0, 2.0)};
+  BrickGrid{1, 1, 10}.addTo(deck, unitGrid);
+  for (int n = 1; n <= 4; ++n) deck.steps[0].fixities.push_back({n, 111, {}});
+  deck.steps[0].gravity = 10.0;
+  return deck;
+}
+
+TEST(Column, OwnWeightGivesTheExactNodalDisplacements) {
+  const JobFolder folder;
+
+  const auto results = solve(folder, column().text());
+
+  const ResultBlock& u = block(results, "DISPLACEMENTS");
+  for (int k = 0; k <= 10; ++k) {
+    EXPECT_NEAR(atNode(u, BrickGrid{1, 1, 10}.at(0, 0, k))[2], -20.0 * (10.0 * k - k * k / 2.0) / 1e5, 1e-12);
+  }
+  const ResultBlock& stress = block(results, "STRESSES");
+  for (std::size_t e = 0; e < 10; ++e) EXPECT_NEAR(stress.rows[8 * e][2], -20.0 * (9.5 - static_cast<double>(e)), 1e-8);
+}
+
+TEST(Column, OnlyListedConstructionStepsHaveWeight) {
+  SolidDeck deck = column();
+  for (std::size_t e = 5; e < 10; ++e) deck.elements[e].step = 2;
+  deck.steps[0].activeSteps = {1, 2};
+  const JobFolder folder;
+
+  const auto results = solve(folder, deck.text());
+
+  EXPECT_NEAR(atNode(block(results, "DISPLACEMENTS"), BrickGrid{1, 1, 10}.at(0, 0, 10))[2], -20.0 * 12.5 / 1e5, 1e-12);
+}
+
+TEST(ConstructionStages, AnElementThatIsSwitchedOnLateStartsFromZeroStrain) {
+  // two bricks in a row along x under a pull of 1 (E = 100, nu = 0): the second one is built in load step 2
+  SolidDeck deck;
+  deck.materials = {MaterialCards::isotropic(100.0, 0.0)};
+  BrickGrid{2, 1, 1}.addTo(deck, unitGrid);
+  deck.elements[1].step = 2;
+  for (int n = 1; n <= 12; ++n) {
+    const bool root = (n - 1) % 3 == 0;
+    const bool built = (n - 1) % 3 == 2;
+    deck.steps[0].fixities.push_back({n, root || built ? 111 : 11, {}});
+    if ((n - 1) % 3 == 1) deck.steps[0].pointLoads[n] = {0.25, 0, 0};
+  }
+  LoadStepCards second = deck.steps[0];
+  second.activeSteps = {1, 2};
+  for (auto& [node, load] : second.pointLoads) load[0] = 0.5;
+  deck.steps.push_back(second);
+  const JobFolder folder;
+
+  const auto results = solve(folder, deck.text());
+
+  // the pull of 1 strains the first brick alone by .01; the further 1 is shared by both: +.005 and -.005
+  EXPECT_NEAR(atNode(block(results, "DISPLACEMENTS", 0), 2)[0], 0.01, 1e-10);
+  EXPECT_NEAR(atNode(block(results, "DISPLACEMENTS", 1), 2)[0], 0.015, 1e-10);
+  const ResultBlock& stress = lastBlock(results, "STRESSES");
+  EXPECT_NEAR(stress.rows[0][0], 1.5, 1e-8);
+  EXPECT_NEAR(stress.rows[8][0], -0.5, 1e-8);
+  EXPECT_EQ(block(results, "STRESSES", 0).rows.size(), 8u);  // an inactive element has no lines
+}
+
+// ---- modulus that falls with the temperature ----
+
+TEST(Temperature, ModulusFollowsItsCurveFromLoadStepToLoadStep) {
+  const std::array<double, 4> temperatures = {20, 70, 120, 170};
+  const std::array<double, 4> modulus = {1000, 750, 500, 250};  // the last one by extrapolation
+  for (const bool held : {false, true}) {
+    MaterialCards material = MaterialCards::isotropic(1000.0, 0.3);
+    material.referenceTemperature = 20.0;
+    material.youngCurve = {{20, 1000}, {120, 500}};
+    SolidDeck deck = symmetricCube(material, held ? 1e-3 : 0.0);
+    if (!held) {
+      for (const int n : {2, 4, 6, 8}) deck.steps[0].pointLoads[n] = {0.25, 0, 0};
+    }
+    LoadStepCards step = deck.steps[0];
+    deck.steps.clear();
+    for (const double T : temperatures) {
+      step.temperature = T;
+      step.increments[0].factor = deck.steps.empty() ? 1.0 : 0.0;
+      deck.steps.push_back(step);
+    }
+    for (LoadStepCards& later : deck.steps) later.KLOAD = 1;
+    const JobFolder folder;
+
+    const auto results = solve(folder, deck.text());
+
+    for (int i = 0; i < 4; ++i) {
+      const double E = modulus[static_cast<std::size_t>(i)];
+      SCOPED_TRACE(testing::Message() << (held ? "held" : "loaded") << " at step " << i + 1);
+      if (held) {
+        EXPECT_NEAR(block(results, "STRESSES", i).rows[0][0], E * 1e-3, 1e-9);
+      } else {
+        EXPECT_NEAR(atNode(block(results, "DISPLACEMENTS", i), 2)[0], 1.0 / E, 1e-11);
+      }
+    }
+  }
+}
+
+// ---- one orthotropic solid, its axes turned by material, layer or element angles ----
+
+MaterialCards wood() {
+  MaterialCards m;
+  m.E = {12000, 900, 500};
+  m.xy = 0.45;
+  m.yx = m.xy * 900 / 12000;
+  m.xz = 0.38;
+  m.zx = m.xz * 500 / 12000;
+  m.yz = 0.55;
+  m.zy = m.yz * 500 / 900;
+  m.G = {700, 650, 60};
+  return m;
+}
+
+TEST(RotatedTwins, MaterialLayerAndElementAnglesGiveOneAnswer) {
+  const Vector3 angles = {25.0, 40.0, -65.0};
+  std::array<std::vector<ResultBlock>, 3> results;
+  for (int where = 0; where < 3; ++where) {
+    SolidDeck deck;
+    deck.materials = {wood()};
+    BrickGrid{3, 2, 2}.addTo(deck, [](int i, int j, int k) { return Vector3{1.0 * i, 0.5 * j, 0.4 * k}; });
+    if (where == 0) deck.materials[0].angles = angles;
+    if (where == 1) deck.composites[0][0].angles = angles;
+    if (where == 2) {
+      for (ElementCard& element : deck.elements) element.angles = angles;
+    }
+    for (const int n : {1, 5, 9, 13, 17, 21, 25, 29, 33}) deck.steps[0].fixities.push_back({n, 111, {}});
+    deck.steps[0].pointLoads[36] = {1.0, -2.0, 3.0};
+    deck.steps[0].increments[0].tolerance = 1e-8;
+    const JobFolder folder;
+    results[static_cast<std::size_t>(where)] = solve(folder, deck.text());
+  }
+
+  for (const char* name : {"DISPLACEMENTS", "STRESSES", "STRAINS//TOTAL"}) {
+    const ResultBlock& first = block(results[0], name);
+    double largest = 0.0;
+    for (const auto& row : first.rows)
+      for (const double v : row) largest = std::max(largest, std::abs(v));
+    for (std::size_t twin = 1; twin < 3; ++twin) {
+      const ResultBlock& other = block(results[twin], name);
+      for (std::size_t r = 0; r < first.rows.size(); ++r) {
+        for (std::size_t c = 0; c < first.rows[r].size(); ++c) {
+          ASSERT_NEAR(other.rows[r][c], first.rows[r][c], 1e-10 * largest) << name << " twin " << twin;
+        }
+      }
+    }
+  }
+}
+
+// ---- ways to the same converged state ----
+
+TEST(Agreement, SolversAlgorithmsAndCommitRulesReachOneState) {
+  std::vector<ResultBlock> reference;
+  for (const auto& [NSOLV, algorithm, KPATH] :
+       {std::array{4, 2, 1}, {2, 2, 1}, {5, 2, 1}, {4, 1, 1}, {4, 3, 1}, {4, 4, 1}, {4, 2, 2}}) {
+    SolidDeck deck;
+    deck.NSOLV = NSOLV;
+    deck.KPATH = KPATH;
+    deck.materials = {wood()};
+    BrickGrid{2, 2, 3}.addTo(deck, unitGrid);
+    for (int n = 1; n <= 9; ++n) deck.steps[0].fixities.push_back({n, 111, {}});
+    deck.steps[0].pointLoads[36] = {1.0, 1.0, 0.0};
+    deck.steps[0].increments[0].repeat = 3;
+    deck.steps[0].increments[0].algorithm = algorithm;
+    const JobFolder folder;
+
+    const auto results = solve(folder, deck.text());
+
+    SCOPED_TRACE(testing::Message() << "NSOLV " << NSOLV << " KALGO " << algorithm << " KPATH " << KPATH);
+    if (reference.empty()) reference = results;
+    ASSERT_EQ(results.size(), reference.size());
+    for (std::size_t b = 0; b < results.size(); ++b) {
+      for (std::size_t r = 0; r < results[b].rows.size(); ++r) {
+        for (std::size_t c = 0; c < results[b].rows[r].size(); ++c) {
+          ASSERT_NEAR(results[b].rows[r][c], reference[b].rows[r][c], 1e-9);
+        }
+      }
+    }
+  }
+}
+
+TEST(Agreement, ModifiedAlgorithmsReachTheFullNewtonStateInLargeDeflection) {
+  double reference = 0.0;
+  for (const int algorithm : {2, 3, 4}) {
+    SolidDeck deck;
+    deck.LARGE = 1;
+    deck.materials = {MaterialCards::isotropic(1000.0, 0.2)};
+    BrickGrid{6, 1, 1}.addTo(deck, unitGrid);
+    for (const int n : {1, 8, 15, 22}) deck.steps[0].fixities.push_back({n, 111, {}});
+    deck.steps[0].pointLoads[28] = {0.0, 0.0, 1.0};
+    deck.steps[0].increments[0].repeat = 4;
+    deck.steps[0].increments[0].factor = 0.25;
+    deck.steps[0].increments[0].iterations = 200;
+    deck.steps[0].increments[0].tolerance = 1e-7;
+    deck.steps[0].increments[0].algorithm = algorithm;
+    const JobFolder folder;
+
+    const double tip = atNode(lastBlock(solve(folder, deck.text()), "DISPLACEMENTS"), 28)[2];
+
+    if (algorithm == 2) reference = tip;
+    EXPECT_NEAR(tip, reference, 1e-7 * std::abs(reference)) << algorithm;
+  }
+}
+
+}  // namespace
+}  // namespace zema::test
