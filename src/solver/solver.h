@@ -28,7 +28,8 @@ class Solver {
 
   /// Pulls the elements, solves, and leaves prescribed value + solution of each position in ASDIS (outOfBalance) or
   /// DISPM (referenceLoad). newMatrix: KRESL below 2, factorise anew; otherwise the factors of the last such call
-  /// serve for the new right-hand side. With NEQNS = 0 nothing is solved and the prescribed values alone enter.
+  /// serve for the new right-hand side. Before the first call PERMUT has run, with every solver: IPERM is 0 where a
+  /// position is fixed. With NEQNS = 0 nothing is solved and the prescribed values alone enter.
   /// Result and factors do not depend on the number of threads in the pool. Throws what form() and the body throw.
   void solve(ElementSource& source, EquationSystem& system, RightHandSide side, bool newMatrix, WorkerPool& pool,
              SolverTimes& times);
@@ -53,6 +54,9 @@ class Solver {
 
   /// The method itself; called with NEQNS above 0 and the result vector cleared, must fill the result vector.
   virtual void solveFree(const Task& task) = 0;
+
+  /// Result of each position = its prescribed value + its entry of ELOADG if it is free.
+  static void spread(EquationSystem& system, RightHandSide side);
 };
 
 /// The band solver of a code: bandLU, bandCholesky or bandLDL.

@@ -1,0 +1,44 @@
+// The public door of the solvers: sizes, the system without free equations, the spreading of the result.
+#include "solver/solver.h"
+
+#include <algorithm>
+#include <cassert>
+
+#include "foundation/errors.h"
+
+namespace zema {
+namespace {
+
+void checkSizes(const EquationSystem& system) {
+  [[maybe_unused]] const auto positions = static_cast<std::size_t>(system.NTOTV);
+  assert(system.IPERM.size() == positions && system.FIXED.size() == positions && system.FIXWO.size() == positions);
+  assert(system.ASDIS.size() == positions && system.DISPM.size() == positions && system.ELOADG.size() == positions);
+  assert(system.NEQNS >= 0 && system.NEQNS <= system.NTOTV);
+}
+
+}  // namespace
+
+void Solver::solve(ElementSource& source, EquationSystem& system, RightHandSide side, bool newMatrix, WorkerPool& pool,
+                   SolverTimes& times) {
+  checkSizes(system);
+  std::ranges::fill(system.result(side), 0.0);
+  if (system.NEQNS == 0)
+    spread(system, side);
+  else
+    solveFree({source, system, side, newMatrix, pool, times});
+}
+
+void Solver::restoreFactors(const EquationSystem& /*system*/, std::span<const double> values) {
+  if (!values.empty()) throw InputFault("the restart data hold factors, but the chosen solver keeps none");
+}
+
+void Solver::spread(EquationSystem& system, RightHandSide side) {
+  const std::vector<double>& prescribed = system.prescribed(side);
+  std::vector<double>& result = system.result(side);
+  for (std::size_t p = 0; p < result.size(); ++p) {
+    const int equation = system.IPERM[p];
+    result[p] = equation == 0 ? prescribed[p] : prescribed[p] + system.ELOADG[static_cast<std::size_t>(equation - 1)];
+  }
+}
+
+}  // namespace zema

@@ -1,0 +1,85 @@
+// Elements given as lists of numbers, for tests of the solvers.
+#pragma once
+
+#include <algorithm>
+#include <atomic>
+#include <random>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "solver/element_source.h"
+
+namespace zema {
+
+struct ListedElement {
+  std::vector<int> positions;
+  std::vector<double> ESTIF;  // n x n by rows
+  std::vector<double> ELOAD;  // n
+  std::vector<double> RLOAD;  // n
+  std::vector<int> deckPositions = positions;
+};
+
+class ListedElements final : public ElementSource {
+ public:
+  explicit ListedElements(std::vector<ListedElement> list) : list_(std::move(list)) {}
+
+  [[nodiscard]] int elements() const override { return static_cast<int>(list_.size()); }
+  [[nodiscard]] int largest() const override {
+    std::size_t largest = 0;
+    for (const ListedElement& element : list_) largest = std::max(largest, element.positions.size());
+    return static_cast<int>(largest);
+  }
+  [[nodiscard]] std::span<const int> positions(int e) const override { return element(e).positions; }
+  [[nodiscard]] std::span<const int> deckPositions(int e) const override { return element(e).deckPositions; }
+  void form(int e, std::span<double> ESTIF) override {
+    ++formed;
+    std::ranges::copy(element(e).ESTIF, ESTIF.begin());
+  }
+  [[nodiscard]] std::span<const double> load(int e, RightHandSide side) const override {
+    return side == RightHandSide::outOfBalance ? element(e).ELOAD : element(e).RLOAD;
+  }
+
+  [[nodiscard]] const ListedElement& element(int e) const { return list_[static_cast<std::size_t>(e)]; }
+  [[nodiscard]] ListedElement& element(int e) { return list_[static_cast<std::size_t>(e)]; }
+
+  std::atomic<int> formed = 0;  // calls of form
+
+ private:
+  std::vector<ListedElement> list_;
+};
+
+// What the assembled matrix of random elements is like.
+enum class Character { positiveDefinite, indefinite, unsymmetric };
+
+// A chain of elements over `positions` positions. Each holds its first position, the next one and some of the `reach`
+// behind; every diagonal entry outweighs its row, so that no elimination needs row exchanges.
+inline ListedElements randomChain(int positions, int reach, Character character, unsigned seed) {
+  std::mt19937 generator(seed);
+  std::uniform_real_distribution<double> number(-1.0, 1.0);
+  std::bernoulli_distribution chosen(0.4);
+  std::vector<ListedElement> list;
+  for (int first = 0; first < positions; ++first) {
+    ListedElement element;
+    element.positions.push_back(first);
+    for (int p = first + 1; p < std::min(positions, first + reach + 1); ++p)
+      if (p == first + 1 || p == first + reach || chosen(generator)) element.positions.push_back(p);
+    const std::size_t n = element.positions.size();
+    element.deckPositions = element.positions;
+    element.ESTIF.resize(n * n);
+    for (std::size_t i = 0; i < n; ++i) {
+      element.ELOAD.push_back(number(generator));
+      element.RLOAD.push_back(number(generator));
+      for (std::size_t j = 0; j <= i; ++j) {
+        element.ESTIF[i * n + j] = number(generator);
+        element.ESTIF[j * n + i] = character == Character::unsymmetric ? number(generator) : element.ESTIF[i * n + j];
+      }
+      const bool negative = character == Character::indefinite && element.positions[i] % 3 == 1;
+      element.ESTIF[i * n + i] = (negative ? -1.0 : 1.0) * (static_cast<double>(n) + 1.0);
+    }
+    list.push_back(std::move(element));
+  }
+  return ListedElements(std::move(list));
+}
+
+}  // namespace zema
