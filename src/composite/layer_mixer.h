@@ -8,48 +8,54 @@
 
 namespace zema {
 
-/// The weighted means that a layer or a composite reports of its components.
+/// What a layer or a composite reports of its components: weighted sums.
 template <int N>
-struct MeanState {
-  std::array<double, internal::count> INTVAR{};  ///< internal variables; the elastic flag is a product
-  Strain<N> STRAP;                               ///< plastic strain
+struct MixedPoint {
+  Stress<N> stress;
+  Strain<N> STRAP;  ///< plastic strain
   double lastYield = 0.0;
   double lawScalar = 0.0;
   std::array<double, 7> fatigue{};
-  bool elasticMatrix = true;  ///< all tangents are the elastic matrices; then `tangent` is not formed
+  std::array<double, internal::count> INTVAR{};  ///< internal variables but for the elastic flag
+  bool elastic = true;                           ///< elastic flag: the product of all flags
+  bool elasticMatrix = true;                     ///< all tangents are elastic matrices; then `tangent` stays 0
   Matrix<N> tangent;
   EnergySums sums;
 
-  /// Adds the places of a component's records that are scalars, with a weight.
-  void add(double weight, std::span<const double> mechanical, std::span<const double> internalRecord);
+  /// Adds the state of a component, from its trial records, with a weight. axes: material axes, out of which the
+  /// plastic strain is turned.
+  void addState(double weight, const ComponentRecords& records, const Rotation<N>& axes);
+  /// Adds a layer but for its tangent; axes: layer axes, out of which it is turned.
+  void addLayer(double weight, const MixedPoint& layer, const Rotation<N>& axes);
+  void addTangent(double weight, const Matrix<N>& matrix);
 };
 
-/// What a layer manager works with. Strains in layer axes; records by component number from 0, the first being that of
-/// the composite.
+/// What a layer manager works with.
 template <int N>
 struct LayerInput {
   const PassContext& pass;
   const PointGeometry& geometry;
-  PointPlace place;  ///< element and point
-  std::span<const Material> materials;
-  std::span<const ElasticMaterial<N>> elastic;
-  ComponentStrain<N> strain;
   PointStore& points;
+  int e = 0;      ///< element, from 0
+  int point = 0;  ///< point of the point store, from 0
+  std::span<const Material> materials;
+  std::span<const ElasticMaterial<N>> elastic;  ///< by material from 0
+  ComponentStrain<N> strain;                    ///< of the layer, in its axes
+
+  [[nodiscard]] const ElasticMaterial<N>& elasticOf(const ComponentPlan<N>& component) const {
+    return elastic[static_cast<std::size_t>(component.material - 1)];
+  }
+  [[nodiscard]] ComponentRecords recordsOf(const ComponentPlan<N>& component) const;
 };
 
-/// Stress and means of a layer, in layer axes.
+/// `MODUCO` of a component of a layer, with a strain in layer axes.
 template <int N>
-struct LayerResult {
-  Stress<N> stress;
-  MeanState<N> mean;
-};
+[[nodiscard]] ComponentResult<N> updateComponent(const ComponentPlan<N>& component, const LayerInput<N>& input,
+                                                 const ComponentStrain<N>& strain);
 
-/// The records of a component at the point of a layer.
+/// `P_MNGER`: components that share the strain; stresses, states and tangents are added with VOLFMAT. All in layer
+/// axes.
 template <int N>
-[[nodiscard]] ComponentRecords recordsOf(const LayerInput<N>& input, int record);
-
-/// `P_MNGER`: components that share the strain; stresses, states and tangents are added with VOLFMAT.
-template <int N>
-void P_MNGER(const LayerPlan<N>& layer, const LayerInput<N>& input, LayerResult<N>& result);
+[[nodiscard]] MixedPoint<N> P_MNGER(const LayerPlan<N>& layer, const LayerInput<N>& input);
 
 }  // namespace zema

@@ -69,29 +69,34 @@ struct MaterialPoint {
   [[nodiscard]] bool pushed() const { return pass.pushes(geometry.NTYPE); }
 };
 
+/// Strains of a point in material axes, reference configuration, real space.
+template <int N>
+struct PointStrains {
+  Strain<N> total;
+  Strain<N> increment;  ///< of the step
+  Strain<N> plastic;    ///< at the start of the step
+  Strain<N> lastTotal;  ///< total strain at the start of the step
+  Strain<N> rate;       ///< rate of strain; 0 in a static run
+  Strain<N> lastRate;   ///< at the start of the step
+};
+
 /// Input of a law. Stresses and strains are those of the space in which laws run: the mapped isotropic space, with
 /// KPUSH 2 in the current configuration. Strains and the matrix are formed when asked for.
 template <int N>
 struct LawInput {
   const MaterialPoint<N>& at;
-  const LawState& committed;  ///< state at the start of the step
-  Stress<N> SIGMA;            ///< trial stress
-  Stress<N> STRES;            ///< SIGMA less PRESG
-  Stress<N> PRESG;            ///< stress at the start of the step
-  // The same in material axes, reference configuration, real space; laws use the functions below.
-  Strain<N> total;
-  Strain<N> increment;
-  Strain<N> plastic;
-  Strain<N> lastTotal;
-  Strain<N> rate;
-  Strain<N> lastRate;
+  const LawState& committed;    ///< state at the start of the step
+  const PointStrains<N>& real;  ///< what the functions below map
+  Stress<N> SIGMA;              ///< trial stress
+  Stress<N> PRESG;              ///< stress at the start of the step
+  Stress<N> STRES;              ///< SIGMA less PRESG
 
-  [[nodiscard]] Strain<N> STRAT() const { return toLawSpace(total); }       ///< strain
-  [[nodiscard]] Strain<N> STRAN() const { return toLawSpace(increment); }   ///< strain increment of the step
-  [[nodiscard]] Strain<N> STRAP() const { return toLawSpace(plastic); }     ///< plastic strain at its start
-  [[nodiscard]] Strain<N> STRANT() const { return toLawSpace(lastTotal); }  ///< strain at its start
-  [[nodiscard]] Strain<N> VSTRAT() const { return toLawSpace(rate); }       ///< rate of strain; 0 in a static run
-  [[nodiscard]] Strain<N> VSTRANT() const { return toLawSpace(lastRate); }  ///< rate at the start of the step
+  [[nodiscard]] Strain<N> STRAT() const { return toLawSpace(real.total); }       ///< strain
+  [[nodiscard]] Strain<N> STRAN() const { return toLawSpace(real.increment); }   ///< strain increment of the step
+  [[nodiscard]] Strain<N> STRAP() const { return toLawSpace(real.plastic); }     ///< plastic strain at its start
+  [[nodiscard]] Strain<N> STRANT() const { return toLawSpace(real.lastTotal); }  ///< strain at its start
+  [[nodiscard]] Strain<N> VSTRAT() const { return toLawSpace(real.rate); }       ///< rate of strain
+  [[nodiscard]] Strain<N> VSTRATT() const { return toLawSpace(real.lastRate); }  ///< rate at the start of the step
   /// Isotropic elastic matrix; with KTANP 1 moved into the current configuration.
   [[nodiscard]] Matrix<N> DMANX() const {
     Matrix<N> D = at.elastic.D;
@@ -100,10 +105,10 @@ struct LawInput {
   }
 
  private:
-  [[nodiscard]] Strain<N> toLawSpace(const Strain<N>& real) const {
-    Strain<N> strain = at.elastic.plainMap ? real : Strain<N>{CALTEN(at.elastic.record.AEMX, real.values)};
-    if (at.pushed()) PFB_STR(strain, at.F, TensorMove::strainForward);
-    return strain;
+  [[nodiscard]] Strain<N> toLawSpace(const Strain<N>& strain) const {
+    Strain<N> mapped = at.elastic.plainMap ? strain : Strain<N>{CALTEN(at.elastic.record.AEMX, strain.values)};
+    if (at.pushed()) PFB_STR(mapped, at.F, TensorMove::strainForward);
+    return mapped;
   }
 };
 

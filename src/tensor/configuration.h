@@ -25,7 +25,8 @@ enum class MatrixMove {
 };
 
 /// `PFB_STR`: moves a stress (codes 1, 2) or a strain (codes 3, 4) in place. F: deformation gradient; in the plane
-/// F(0:1, 0:1) and F(2, 2) count. A singular F, which has no inverse, gives 0 for the codes that need one.
+/// only F(0:1, 0:1) and F(2, 2) may differ from 0. A singular F, which has no inverse, gives 0 for the codes that need
+/// one.
 template <int N>
 void PFB_STR(Stress<N>& stress, const Matrix<3>& F, TensorMove code);
 template <int N>

@@ -1,6 +1,8 @@
 // The constitutive block of a kernel: elastic tables of materials and composites, and the update of a point.
 #pragma once
 
+#include <array>
+#include <optional>
 #include <vector>
 
 #include "composite/composite_plan.h"
@@ -33,7 +35,7 @@ struct PointResult {
 template <int N>
 class ConstitutiveBlock {
  public:
-  /// Plans all composites that elements use, with the elastic tables of the reference temperatures. Throws InputFault
+  /// Plans all composites, with the elastic tables of the reference temperatures. Throws InputFault
   /// for laws and layer kinds that are not in this build, and for elastic data that make no sense.
   explicit ConstitutiveBlock(const Model& model);
 
@@ -75,17 +77,30 @@ class ConstitutiveBlock {
  private:
   /// Matrices of a composite for one set of element angles.
   struct GlobalMatrices {
-    int composite = 0;  ///< from 0
-    Rotation<N> axes;   ///< element axes
+    int composite = 0;             ///< from 0
+    std::array<double, 3> angles;  ///< of the element, degrees
+    Rotation<N> axes;              ///< element axes
     Matrix<N> elastic;
     Matrix<N> viscous;
   };
 
+  void placeElements(const Model& model);
+  void formTables(const Model& model, std::optional<double> temperature);
   [[nodiscard]] const GlobalMatrices& inGlobal(int e) const {
     return global_[static_cast<std::size_t>(ofElement_[static_cast<std::size_t>(e)])];
   }
+  [[nodiscard]] const CompositePlan<N>& planFor(int e) const {
+    return plans_[static_cast<std::size_t>(inGlobal(e).composite)];
+  }
+  /// Adds the layers' stresses and states, in element axes.
+  [[nodiscard]] MixedPoint<N> mixLayers(Model& model, const PointUpdate<N>& update,
+                                        const PointGeometry& geometry) const;
+  /// Copies slot 1 of all components of a point to slot 2, with the elastic tangent of the temperature in force.
+  void carryOver(PointStore& points, int e, int point) const;
+  /// Puts the elastic tangents into the records of a point that are flagged elastic.
+  void refreshElasticTangents(PointStore& points, StateSlot slot, int e, int point) const;
 
-  std::vector<CompositePlan<N>> plans_;      // by composite from 0; empty where no element uses it
+  std::vector<CompositePlan<N>> plans_;      // by composite from 0
   std::vector<ElasticMaterial<N>> elastic_;  // by material from 0
   std::vector<Material> materials_;          // by material from 0, yield values scaled
   std::vector<ElasticRecord<N>> composite_;  // by composite from 0

@@ -1,0 +1,30 @@
+// The elastic tables of a composite: weighted sums over its layers and components.
+#pragma once
+
+#include <span>
+
+#include "composite/composite_plan.h"
+
+namespace zema {
+
+/// Elastic and viscous matrix and density of a layer or a composite.
+template <int N>
+struct ElasticMean {
+  Matrix<N> VDMANX;  ///< force / length^2
+  Matrix<N> VCVISC;  ///< force time / length^2
+  double DENSV = 0.0;
+
+  void add(double weight, const ElasticMean& part);
+};
+
+/// `MODCO`: sums of a parallel layer over its components, in layer axes. elastic, materials: by material from 0.
+template <int N>
+[[nodiscard]] ElasticMean<N> MODCO(const LayerPlan<N>& layer, std::span<const ElasticMaterial<N>> elastic,
+                                   std::span<const Material> materials);
+
+/// The sum of the layers in element axes. Leaves each layer's own matrix in its plan.
+template <int N>
+[[nodiscard]] ElasticMean<N> elasticMeanOf(CompositePlan<N>& plan, std::span<const ElasticMaterial<N>> elastic,
+                                           std::span<const Material> materials);
+
+}  // namespace zema

@@ -1,0 +1,56 @@
+// The table of the laws.
+#include "constitutive/law_table.h"
+
+#include <array>
+#include <string>
+
+#include "constitutive/elastic_law.h"
+#include "foundation/errors.h"
+
+namespace zema {
+namespace {
+
+template <int N>
+constexpr std::array<LawRow<N>, 20> laws{{
+    {Law::elastic, "ELASTIC", ECUA0<N>},
+    {Law::eulerCorrector, "EULER"},
+    {Law::subincrementing, "HINTON Y OWEN"},
+    {Law::kinematicHardening, "LUBLINER"},
+    {Law::simpleDamage, "SIMPLE DAMAGE"},
+    {Law::generalDamage, "GENER. DAMAGE"},
+    {Law::viscoelastic, "VISCOELASTIC"},
+    {Law::viscoelasticDynamic, "VISCOELASTIC"},
+    {Law::backwardEuler, "BACK. EURLER"},
+    {Law::backwardEulerCorrector, "BACK. EURLER"},
+    {Law::backwardEulerNumeric, "NUMERIC BACK."},
+    {Law::viscoDamage, "VISCO-DAMAGE"},
+    {Law::damagePlastic, "DAMAGE-PLASTIC"},
+    {Law::generalDamagePlastic, "DAMAGE-PLASTIC"},
+    {Law::unnamed14, ""},
+    {Law::userDefined, "USER DEFINED"},
+    {Law::damageFriction, "DAMAG-FRICTION"},
+    {Law::unnamed17, ""},
+    {Law::tensionCompressionDamage, "DMDM-MCM"},
+    {Law::tensionCompressionDamageAlternative, "DMDMD"},
+}};
+
+}  // namespace
+
+template <int N>
+LawFunction<N> lawOf(const Material& material, int m) {
+  std::string fault =
+      "material " + std::to_string(m) + " asks for law " + std::to_string(static_cast<int>(material.NTINT));
+  for (const LawRow<N>& row : laws<N>) {
+    if (row.code != material.NTINT) continue;
+    if (row.update != nullptr) return row.update;
+    fault.append(" \"").append(row.label).append("\"");
+    throw InputFault(fault + ", which is not in this build yet");
+  }
+  throw InputFault(fault + ", which does not exist; the laws are numbered from 0 to " +
+                   std::to_string(laws<N>.size() - 1));
+}
+
+template LawFunction<4> lawOf<4>(const Material&, int);
+template LawFunction<6> lawOf<6>(const Material&, int);
+
+}  // namespace zema
