@@ -1,0 +1,35 @@
+// The integration points of one kind of elements with their shape functions, made once and shared by all of them.
+#pragma once
+
+#include <vector>
+
+#include "element/point_loop.h"
+#include "element/shape_functions.h"
+
+namespace zema {
+
+/// An integration point in natural coordinates.
+template <int NDIM, int NNODE>
+struct ReferencePoint {
+  PointIndex index;                     ///< its counters in the three loops
+  double weight = 0.0;                  ///< dV = det J times it
+  ShapeFunctions<NDIM, NNODE> shape{};  ///< SHAPEN and DERIV at the point
+};
+
+/// The points in the order of the point loop.
+template <int NDIM, int NNODE>
+using ReferencePoints = std::vector<ReferencePoint<NDIM, NNODE>>;
+
+template <int NDIM, int NNODE>
+[[nodiscard]] ReferencePoints<NDIM, NNODE> referencePoints(const std::vector<RulePoint>& rule) {
+  ReferencePoints<NDIM, NNODE> points;
+  for (const RulePoint& point : rule) {
+    if constexpr (NDIM == 3)
+      points.push_back({point.index, point.weight, SFR3D<NNODE>(point.s, point.t, point.u)});
+    else
+      points.push_back({point.index, point.weight, SFR2D<NNODE>(point.s, point.t)});
+  }
+  return points;
+}
+
+}  // namespace zema
