@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <span>
 
+#include "input/element_sizes.h"
 #include "job/job.h"
 #include "job/run_end.h"
-#include "model/kernel.h"
 
 namespace zema {
 
@@ -168,7 +168,7 @@ int countPairs(std::vector<int> nodes) {
 void checkFixedNodes(Job& job, const Model& model, const CheckWords& words, const std::vector<int>& nodes, int cards,
                      int checkBelow) {
   const int NPOIN = model.mesh.NPOIN();
-  const bool mustHold = model.mesh.element(model.mesh.lastRead).NTYPE < checkBelow;
+  const bool mustHold = lastElement(model.mesh).NTYPE < checkBelow;
   const auto outside = std::count_if(nodes.begin(), nodes.end(), [NPOIN](int n) { return n < 1 || n > NPOIN; });
   const std::array<CountedError, 3> errors{{{21, mustHold && (cards < 1 || cards > NPOIN) ? 1 : 0},
                                             {23, static_cast<int>(outside)},

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "input/count_field.h"
 #include "job/job.h"
 #include "model/kernel.h"
 
@@ -27,10 +28,7 @@ void readComponents(CardReader& cards, Layer& layer, int count, int NMATS) {
 }
 
 void readParallel(CardReader& cards, Layer& layer, int NMATS) {
-  const int NUCOMF = cards.integer("NUCOMF");
-  if (NUCOMF < 0) {
-    cards.fault("NUCOMF", NUCOMF, "a count of components");
-  }
+  const int NUCOMF = readCount(cards, "NUCOMF");
   readComponents(cards, layer, NUCOMF, NMATS);
 }
 

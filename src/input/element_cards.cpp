@@ -6,8 +6,8 @@
 #include "element/integration_rule.h"
 #include "input/checks.h"
 #include "input/deck_echo.h"
+#include "input/element_sizes.h"
 #include "job/job.h"
-#include "model/kernel.h"
 
 namespace zema {
 
@@ -91,7 +91,7 @@ void refuseUnknown(const CardReader& cards, const Kernel& kernel, const ElementD
   if (element.NNODE > NNODM) {
     cards.fault("NNODE", element.NNODE, "at most " + std::to_string(NNODM) + " nodes");
   }
-  if (kernel.TYPE(element.NTYPE, element.NNODE, element.NGAUS).NDOFN == 0) {
+  if (sizesOf(kernel, element).NDOFN == 0) {
     cards.fault("NTYPE", element.NTYPE,
                 "another type: element type " + std::to_string(element.NTYPE) + " has no formulation in this kernel");
   }

@@ -7,6 +7,7 @@
 #include <numbers>
 
 #include "input/deck_echo.h"
+#include "input/element_sizes.h"
 #include "input/material_echo.h"
 #include "job/job.h"
 
@@ -195,7 +196,7 @@ void CONSTITUTIVAS(Job& job, Model& model) {
   constexpr int recordWidth = 80;
   CardReader& cards = job.cards();
   const int NMATS = model.control.NMATS;
-  const int NTYPE = model.mesh.element(model.mesh.lastRead).NTYPE;
+  const int NTYPE = lastElement(model.mesh).NTYPE;
   model.materials.all.assign(static_cast<std::size_t>(NMATS), {});
   for (int read = 0; read < NMATS; ++read) {
     int number = 0;

@@ -10,9 +10,9 @@
 #include "input/curve_cards.h"
 #include "input/deck_echo.h"
 #include "input/element_cards.h"
+#include "input/element_sizes.h"
 #include "input/material_cards.h"
 #include "job/job.h"
-#include "model/kernel.h"
 
 namespace zema {
 
@@ -38,15 +38,11 @@ void sizeMesh(Model& model, const KernelProfile& profile) {
   model.composites.all.assign(static_cast<std::size_t>(control.NMATC), {});
 }
 
-int dofsPerNode(const Kernel& kernel, const ElementData& element) {
-  return kernel.TYPE(element.NTYPE, element.NNODE, element.NGAUS).NDOFN;
-}
-
 /// Degrees of freedom of every node, by deck number from 0: the greatest number among the elements that hold it.
 std::vector<int> searchDofs(const Mesh& mesh, const Kernel& kernel) {
   std::vector<int> dofs(static_cast<std::size_t>(mesh.NPOIN()), 0);
   for (int e = 0; e < mesh.NELEM(); ++e) {
-    const int NDOFN = dofsPerNode(kernel, mesh.element(e));
+    const int NDOFN = sizesOf(kernel, mesh.element(e)).NDOFN;
     for (const int signedNode : mesh.nodesOf(e)) {
       const long node = std::abs(static_cast<long>(signedNode));
       if (node >= 1 && node <= mesh.NPOIN()) {
@@ -62,7 +58,8 @@ std::vector<int> searchDofs(const Mesh& mesh, const Kernel& kernel) {
 /// first element without a search.
 void countDofs(Mesh& mesh, const Kernel& kernel, bool lastTwoAlike) {
   const auto NPOIN = static_cast<std::size_t>(mesh.NPOIN());
-  mesh.NDOFP = lastTwoAlike ? std::vector<int>(NPOIN, dofsPerNode(kernel, mesh.element(0))) : searchDofs(mesh, kernel);
+  mesh.NDOFP =
+      lastTwoAlike ? std::vector<int>(NPOIN, sizesOf(kernel, mesh.element(0)).NDOFN) : searchDofs(mesh, kernel);
   mesh.lastDof.resize(NPOIN);
   mesh.NTOTV = 0;
   for (std::size_t n = 0; n < NPOIN; ++n) {

@@ -1,0 +1,19 @@
+// Counts on the cards of the deck.
+#pragma once
+
+#include <string_view>
+
+#include "foundation/card_reader.h"
+
+namespace zema {
+
+/// The next item as a count of things that follow; throws InputFault when it is below 0.
+[[nodiscard]] inline int readCount(CardReader& cards, std::string_view field) {
+  const int count = cards.integer(field);
+  if (count < 0) {
+    cards.fault(field, count, "a count of 0 or more");
+  }
+  return count;
+}
+
+}  // namespace zema
