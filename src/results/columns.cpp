@@ -6,8 +6,10 @@
 namespace zema {
 
 std::string rightInColumns(int number, int columns) {
-  const std::string digits = std::to_string(number);
-  return std::string(std::max(static_cast<std::size_t>(columns), digits.size()) - digits.size(), ' ') + digits;
+  std::string text = std::to_string(number);
+  if (const std::size_t width = static_cast<std::size_t>(columns); text.size() < width)
+    text.insert(0, width - text.size(), ' ');
+  return text;
 }
 
 std::string leftInColumns(std::string_view text, int columns) {
@@ -17,7 +19,9 @@ std::string leftInColumns(std::string_view text, int columns) {
 }
 
 std::string twoDigits(int number) {
-  return (number < 10 ? "0" : "") + std::to_string(number);
+  std::string text = std::to_string(number);
+  if (number < 10) text.insert(text.begin(), '0');
+  return text;
 }
 
 void appendRow(std::string& out, std::string_view front, const Layout& layout, std::span<const double> values) {
