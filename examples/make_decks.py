@@ -1,0 +1,208 @@
+#!/usr/bin/env python3
+"""Writes the decks of the examples. A deck is plain text: change a number there, or a size here, and run again."""
+
+import pathlib
+
+HERE = pathlib.Path(__file__).parent
+
+
+class Block:
+    """A block of nx x ny x nz bricks; node and element numbers run along x, then y, then z."""
+
+    def __init__(self, nx, ny, nz, lengths):
+        self.n = (nx, ny, nz)
+        self.lengths = lengths
+
+    def node(self, i, j, k):
+        return 1 + i + (self.n[0] + 1) * (j + (self.n[1] + 1) * k)
+
+    def places(self):
+        for k in range(self.n[2] + 1):
+            for j in range(self.n[1] + 1):
+                for i in range(self.n[0] + 1):
+                    yield i, j, k
+
+    def node_cards(self):
+        for place in self.places():
+            x = [p * length / n for p, length, n in zip(place, self.lengths, self.n)]
+            yield f"{self.node(*place)} " + " ".join(f"{v:.10g}" for v in x)
+
+    def element_cards(self, composite=lambda i, j, k: 1, step=lambda i, j, k: 1):
+        number = 0
+        for k in range(self.n[2]):
+            for j in range(self.n[1]):
+                for i in range(self.n[0]):
+                    number += 1
+                    low = [self.node(i, j, k), self.node(i + 1, j, k), self.node(i + 1, j + 1, k), self.node(i, j + 1, k)]
+                    layer = (self.n[0] + 1) * (self.n[1] + 1)
+                    nodes = low + [n + layer for n in low]
+                    yield (f"{number} {composite(i, j, k)} 0 1.0 6 {step(i, j, k)} 8 2 1 "
+                           + " ".join(map(str, nodes)) + " 3*0.0")
+
+
+def material(title, E, nu, G=(0, 0, 0), density=0.0, reference=0.0, young_curve=()):
+    """E: Exx Eyy Ezz; nu: xy, xz, yz (the strain in the second direction under a stress in the first)."""
+    xy, xz, yz = nu
+    yx, zx, zy = xy * E[1] / E[0], xz * E[2] / E[0], yz * E[2] / E[1]
+    f = "{:.10g}".format
+    return [title, "@", "2 2 0 2 1 1",
+            f"{f(E[0])} {f(xy)} 0 {f(density)} 15*0.0 1 5*0.0 1 3*0.0",
+            "14*0.0",
+            f"3*0.0 {f(yx)} {f(E[1])} {f(xz)} {f(zx)} {f(E[2])} {f(yz)} {f(zy)} {f(G[0])} {f(G[1])} {f(G[2])}",
+            "3*0.0 6*0.0 6*1.0",
+            "2*0.0",
+            f"9*0.0 {f(reference)}",
+            str(len(young_curve)), *[f"{f(t)} {f(v)}" for t, v in young_curve],
+            "0", "0"]
+
+
+def isotropic(title, E, nu, **more):
+    return material(title, (E, E, E), (nu, nu, nu), **more)
+
+
+def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0), algorithm=2, post=(1, 1, 1, 0)):
+    codes = " ".join(map(str, output))
+    return f"{repeat} {factor:.10g} 1.0 {tolerance:g} {iterations} {codes} {algorithm} 0 0.0 0 0 0 " \
+           + " ".join(map(str, post)) + " 16*0"
+
+
+def load_step(title, fixities, increments, repeats, active=(1,), point_loads=None, last_node=0, gravity=None, faces=(),
+              temperature=0.0, keep=0):
+    lines = [title, f"{len(active)} " + " ".join(map(str, active)),
+             f"{keep} {repeats} {int(bool(point_loads))} {int(gravity is not None)} {int(bool(faces))} 5*0 {temperature:g}"]
+    if point_loads:
+        loads = {**{last_node: (0, 0, 0)}, **point_loads}
+        for node in sorted(loads):
+            lines += [str(node), " ".join(f"{v:.10g}" for v in loads[node])]
+    if gravity is not None:
+        g, steps = gravity
+        lines += [f"0 0 0 {g:g}", f"{len(steps)} " + " ".join(map(str, steps))]
+    if faces:
+        lines.append(str(len(faces)))
+        for element, nodes, load in faces:
+            one = " ".join(f"{v:.10g}" for v in load)
+            lines += [str(element), " ".join(map(str, nodes)), f"{one} {one} {one}"]
+    lines += ["end of loads", f"{len(fixities)} 0"]
+    lines += [f"{node} {code:03d} " + " ".join(f"{v:g}" for v in values) for node, code, values in fixities]
+    return lines + ["0", "0"] + increments
+
+
+def curve(title, x, x_card, y, y_card):
+    return [title, x, *x_card, y, *y_card]
+
+
+def deck(name, block, materials, composites, steps, title, curves=(), large=0, push=1, tangent=0,
+         composite=lambda i, j, k: 1, step=lambda i, j, k: 1, stages=1):
+    nodes = list(block.node_cards())
+    elements = list(block.element_cards(composite, step))
+    lines = ["MEC3D", f"1 {large} {tangent} {push} 0", "START1", f'"{title}"',
+             f"{len(nodes)} {len(elements)} {len(composites)} {max(map(len, composites))} {len(materials)} {stages} "
+             "1000 0 4 0 0 1 0 0", *elements]
+    for number, layers in enumerate(composites, 1):
+        lines.append(f"{number} {len(layers)}")
+        for fraction, angle, mat in layers:
+            lines += [f"P {fraction:g} {angle:g} 0.0 0.0", f"1 {mat} 1.0"]
+    lines += nodes
+    for number, cards in enumerate(materials, 1):
+        lines += [str(number) if card == "@" else card for card in cards]
+    lines += ["end of materials", f"CURV,{len(curves):5d}"]
+    for one in curves:
+        lines += one
+    lines.append(str(len(steps)))
+    for one in steps:
+        lines += one
+    folder = HERE / name
+    folder.mkdir(exist_ok=True)
+    (folder / f"{name}.dts").write_text("\n".join(lines) + "\n")
+
+
+def clamped(block):
+    return [(block.node(*p), 111, (0, 0, 0)) for p in block.places() if p[0] == 0]
+
+
+def spread(block, total, where):
+    """A force shared among the nodes of a rectangular face as a constant traction does it."""
+    chosen = [p for p in block.places() if where(p)]
+    weight = {p: 1.0 for p in chosen}
+    for axis in range(3):
+        values = sorted({p[axis] for p in chosen})
+        if len(values) > 1:
+            for p in chosen:
+                weight[p] *= 0.5 if p[axis] in (values[0], values[-1]) else 1.0
+    share = 1.0 / sum(weight.values())
+    return {block.node(*p): tuple(v * weight[p] * share for v in total) for p in chosen}
+
+
+def cantilever():
+    block = Block(16, 2, 4, (8.0, 0.5, 1.0))
+    last = block.node(*block.n)
+    tip = block.node(16, 0, 2)
+    step = load_step("end load", clamped(block), [increment(2, 0.5)], 2, last_node=last,
+                     point_loads=spread(block, (0, 0, -50.0), lambda p: p[0] == 16))
+    curves = [curve("tip deflection", "X-DISPL", [f"{tip} 3 1"], "Y-RCTOT", ["3"])]
+    deck("cantilever", block, [isotropic("steel", 210000.0, 0.3)], [[(1.0, 0.0, 1)]], [step],
+         "cantilever 8 x 0.5 x 1 under an end load of 50", curves)
+
+
+def layered_plate():
+    block = Block(12, 12, 4, (120.0, 120.0, 8.0))
+    ply = material("carbon ply", (140000.0, 10000.0, 10000.0), (0.3, 0.3, 0.4), G=(5000.0, 5000.0, 3500.0))
+    core = isotropic("resin", 3500.0, 0.35)
+    edge = [(block.node(*p), 1, (0, 0, 0)) for p in block.places()
+            if p[2] == 0 and (p[0] in (0, 12) or p[1] in (0, 12))]
+    middle = {block.node(6, 6, 0): 110, block.node(0, 6, 0): 11}
+    fixities = [(n, middle.pop(n, c), v) for n, c, v in edge] + [(n, c, (0, 0, 0)) for n, c in middle.items()]
+    faces = []
+    per_layer = 12 * 12
+    for e in range(3 * per_layer, 4 * per_layer):
+        j, i = divmod(e - 3 * per_layer, 12)
+        n = [block.node(i, j, 4), block.node(i + 1, j, 4), block.node(i + 1, j + 1, 4), block.node(i, j + 1, 4)]
+        faces += [(e + 1, (n[0], n[1], n[2]), (0, 0, -0.05)), (e + 1, (n[0], n[2], n[3]), (0, 0, -0.05))]
+    step = load_step("pressure on the top", fixities, [increment(1, 1.0, output=(0, 2, 1, 0))], 1, faces=faces)
+    composites = [[(1.0, 0.0, 1)], [(1.0, 90.0, 1)], [(0.45, 45.0, 1), (0.45, -45.0, 1), (0.1, 0.0, 2)]]
+    order = {0: 1, 1: 2, 2: 3, 3: 1}
+    deck("layered_plate", block, [ply, core], composites, [step], "plate of plies 0 / 90 / +-45 with resin / 0",
+         composite=lambda i, j, k: order[k])
+
+
+def construction_stages():
+    block = Block(2, 2, 9, (1.0, 1.0, 9.0))
+    base = [(block.node(*p), 111, (0, 0, 0)) for p in block.places() if p[2] == 0]
+    concrete = isotropic("concrete", 30.0e6, 0.2, density=2.5)
+    steps = [load_step(f"stage {stage}: lift {stage} is cast", base, [increment(1, 1.0)], 1, active=range(1, stage + 1),
+                       gravity=(9.81, range(1, stage + 1))) for stage in (1, 2, 3)]
+    top = block.node(1, 1, 9)
+    curves = [curve("top of the pier", "X-IINCS", [], "Y-DISPL", [f"{top} 3 1"])]
+    deck("construction_stages", block, [concrete], [[(1.0, 0.0, 1)]], steps, "a pier cast in three lifts", curves,
+         step=lambda i, j, k: 1 + k // 3, stages=3)
+
+
+def large_deflection():
+    block = Block(20, 1, 1, (10.0, 1.0, 0.25))
+    last = block.node(*block.n)
+    step = load_step("end load, dead", clamped(block), [increment(10, 0.1, tolerance=1e-6)], 10, last_node=last,
+                     point_loads=spread(block, (0, 0, 60.0), lambda p: p[0] == 20))
+    tip = block.node(20, 0, 0)
+    curves = [curve("tip", "X-DISPL", [f"{tip} 3 1"], "Y-RCTOT", ["3"])]
+    deck("large_deflection", block, [isotropic("spring steel", 2.0e6, 0.0)], [[(1.0, 0.0, 1)]], [step],
+         "a strip bent far out of its plane", curves, large=1, push=2, tangent=1)
+
+
+def temperature():
+    block = Block(4, 2, 2, (2.0, 1.0, 1.0))
+    symmetric = [(block.node(*p), (100 if p[0] == 0 else 0) + (10 if p[1] == 0 else 0) + (1 if p[2] == 0 else 0), (0, 0, 0))
+                 for p in block.places() if 0 in p]
+    steel = isotropic("heated steel", 210000.0, 0.3, reference=20.0,
+                      young_curve=((20, 210000), (100, 210000), (200, 189000), (400, 147000), (600, 65100)))
+    last = block.node(*block.n)
+    pull = spread(block, (100.0, 0, 0), lambda p: p[0] == 4)
+    steps = [load_step(f"at {T} degrees", symmetric, [increment(1, 1.0 if T == 20 else 0.0)], 1, last_node=last,
+                       point_loads=pull, temperature=T, keep=1) for T in (20, 200, 300, 500, 600)]
+    end = block.node(4, 0, 0)
+    curves = [curve("elongation", "X-IINCS", [], "Y-DISPL", [f"{end} 1 1"])]
+    deck("temperature", block, [steel], [[(1.0, 0.0, 1)]], steps, "a loaded bar that is heated", curves)
+
+
+if __name__ == "__main__":
+    for example in (cantilever, layered_plate, construction_stages, large_deflection, temperature):
+        example()
