@@ -12,6 +12,7 @@
 #include "element/jacobian.h"
 #include "foundation/errors.h"
 #include "foundation/layout.h"
+#include "kernel/solid3d/post_profile.h"
 #include "kernel/solid3d/solid_element.h"
 #include "tensor/configuration.h"
 
@@ -89,6 +90,7 @@ class Solid3D final : public Kernel {
 
  public:
   [[nodiscard]] const KernelProfile& profile() const override { return solidProfile; }
+  [[nodiscard]] const ResultProfile& results() const override { return solid3d::resultProfile(); }
 
   [[nodiscard]] ElementSizes TYPE(int NTYPE, int NNODE, int NGAUS) const override {
     if (NTYPE != solidType) return {};
