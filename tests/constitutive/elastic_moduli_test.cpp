@@ -1,0 +1,139 @@
+// Elastic matrices, maps and their change with temperature.
+#include "constitutive/elastic_moduli.h"
+
+#include <gtest/gtest.h>
+
+#include "constitutive/sample_materials.h"
+#include "foundation/errors.h"
+
+namespace zema {
+namespace {
+
+template <int N>
+double distance(const Matrix<N>& A, const Matrix<N>& B) {
+  double largest = 0.0;
+  for (std::size_t i = 0; i < A.values.size(); ++i) largest = std::max(largest, std::abs(A.values[i] - B.values[i]));
+  return largest;
+}
+
+TEST(ElasticMatrix, IsTheInverseOfTheComplianceEvenWithoutSymmetry) {
+  const OrthotropicConstants c{.Ex = 120.0,
+                               .NUxy = 0.3,
+                               .NUyx = 0.1,
+                               .Ey = 30.0,
+                               .NUxz = 0.25,
+                               .NUzx = 0.05,
+                               .Ez = 20.0,
+                               .NUyz = 0.2,
+                               .NUzy = 0.15,
+                               .Gxy = 15.0,
+                               .Gxz = 11.0,
+                               .Gyz = 8.0};
+  Matrix<6> compliance;  // contraction in i by a stress in j: -NUji / Ej
+  compliance(0, 0) = 1.0 / c.Ex;
+  compliance(0, 1) = -c.NUyx / c.Ey;
+  compliance(0, 3) = -c.NUzx / c.Ez;
+  compliance(1, 0) = -c.NUxy / c.Ex;
+  compliance(1, 1) = 1.0 / c.Ey;
+  compliance(1, 3) = -c.NUzy / c.Ez;
+  compliance(3, 0) = -c.NUxz / c.Ex;
+  compliance(3, 1) = -c.NUyz / c.Ey;
+  compliance(3, 3) = 1.0 / c.Ez;
+  compliance(2, 2) = 1.0 / c.Gxy;
+  compliance(4, 4) = 1.0 / c.Gxz;
+  compliance(5, 5) = 1.0 / c.Gyz;
+
+  const Matrix<6> C = MODAN<6>(c);
+
+  EXPECT_LT(distance(PROMA1(C, compliance), Matrix<6>::identity()), 1.0e-14);
+  const Matrix<4> plane = MODAN<4>(c);
+  for (int i = 0; i < 4; ++i)
+    for (int j = 0; j < 4; ++j) EXPECT_EQ(plane(i, j), C(i, j));
+}
+
+TEST(ElasticTables, IsotropicMaterialHasNoMap) {
+  const ElasticMaterial<6> elastic = MODPS<6>(isotropicMaterial(1000.0, 0.25), 1, std::nullopt);
+
+  EXPECT_TRUE(elastic.plainMap);
+  EXPECT_EQ(elastic.record.AEMX, Matrix<6>::identity());
+  EXPECT_NEAR(elastic.D(0, 0), 1200.0, 1.0e-12);
+  EXPECT_NEAR(elastic.D(0, 3), 400.0, 1.0e-12);
+  EXPECT_NEAR(elastic.record.VDMANX(5, 5), 400.0, 1.0e-12);
+  EXPECT_NEAR(elastic.record.VDMANXI(0, 0), 1.0e-3, 1.0e-17);
+  EXPECT_NEAR(elastic.record.VDMANXI(1, 0), -2.5e-4, 1.0e-17);
+}
+
+TEST(ElasticTables, MappedStrainGivesTheMappedStress) {
+  const ElasticMaterial<6> elastic = MODPS<6>(orthotropicMaterial(), 1, std::nullopt);
+  const ElasticRecord<6>& record = elastic.record;
+
+  const Matrix<6> viaIsotropicSpace = PROMA1(elastic.D, record.AEMX);
+
+  Matrix<6> viaRealSpace = record.VDMANX;
+  for (int i = 0; i < 6; ++i)
+    for (int j = 0; j < 6; ++j) viaRealSpace(i, j) *= record.ASMT[static_cast<std::size_t>(i)];
+  EXPECT_LT(distance(viaIsotropicSpace, viaRealSpace), 1.0e-12);
+  EXPECT_LT(distance(PROMA1(record.AEMX, record.AEMXI), Matrix<6>::identity()), 1.0e-13);
+  EXPECT_FALSE(elastic.plainMap);
+  EXPECT_EQ(record.ASMT[1] * record.ASMTI[1], 1.0);
+  // Isotropic stand-in: the stiffer of Ex and Ey, and NUxy.
+  EXPECT_NEAR(elastic.D(2, 2), 120.0 / 2.6, 1.0e-13);
+}
+
+TEST(ElasticTables, PlacesOfTheRecord) {
+  ElasticRecord<6> record = MODPS<6>(orthotropicMaterial(), 1, std::nullopt).record;
+  record.VCVISC(5, 5) = 7.0;
+
+  const auto values = valuesOf(record);
+
+  ASSERT_EQ(values.size(), 213U);
+  EXPECT_EQ(values[6], record.VDMATX[6]);  // second diagonal entry of the packed triangle
+  EXPECT_EQ(values[6], unpackUpper<6>(record.VDMATX)(1, 1));
+  EXPECT_EQ(values[21], record.AEMX(0, 0));
+  EXPECT_EQ(values[58], record.VDMANX(0, 1));
+  EXPECT_EQ(values[98], record.ASMT[5]);
+  EXPECT_EQ(values[99], record.VDMANXI(0, 0));
+  EXPECT_EQ(values[135], record.ASMTI[0]);
+  EXPECT_EQ(values[141], record.AEMXI(0, 0));
+  EXPECT_EQ(values[212], 7.0);
+}
+
+TEST(ElasticTables, FollowTheTemperature) {
+  Material material = isotropicMaterial(1000.0, 0.3);
+  material(slot::referenceTemperature) = 20.0;
+  material(slot::youngCurvePoints) = material(slot::poissonCurvePoints) = 2.0;
+  material.young = {{20.0, 120.0}, {1000.0, 500.0}};
+  material.poisson = {{20.0, 120.0}, {0.3, 0.2}};
+
+  const Matrix<6> warm = MODPS<6>(material, 1, 70.0).record.VDMANX;
+  const ElasticMaterial<6> hot = MODPS<6>(material, 1, 170.0);  // beyond the end of the curves
+
+  EXPECT_LT(distance(warm, MODAN<6>(OrthotropicConstants::isotropic(750.0, 0.25))), 1.0e-11);
+  EXPECT_LT(distance(hot.record.VDMANX, MODAN<6>(OrthotropicConstants::isotropic(250.0, 0.15))), 1.0e-11);
+  EXPECT_TRUE(hot.plainMap);
+}
+
+TEST(ElasticTables, CurvesAreNotConsultedAtTheReferenceTemperatureNorForANullPoissonCoefficient) {
+  Material material = isotropicMaterial(1000.0, 0.0);
+  material(slot::referenceTemperature) = 20.0;
+  material(slot::youngCurvePoints) = material(slot::poissonCurvePoints) = 2.0;
+  material.young = {{20.0, 120.0}, {900.0, 500.0}};
+  material.poisson = {{20.0, 120.0}, {0.3, 0.2}};
+
+  const double atReference = MODPS<6>(material, 1, 20.0).record.VDMANX(0, 0);
+  const double above = MODPS<6>(material, 1, 120.0).record.VDMANX(0, 0);
+
+  EXPECT_DOUBLE_EQ(atReference, 1000.0);
+  EXPECT_DOUBLE_EQ(above, 500.0);
+}
+
+TEST(ElasticTables, RefuseAMapWithZeroAndIncompressibility) {
+  Material noMap = isotropicMaterial(1000.0, 0.3);
+  noMap(slot::mapZZ) = 0.0;
+
+  EXPECT_THROW((void)MODPS<6>(noMap, 4, std::nullopt), InputFault);
+  EXPECT_THROW((void)MODPS<6>(isotropicMaterial(1000.0, 0.5), 4, std::nullopt), InputFault);
+}
+
+}  // namespace
+}  // namespace zema

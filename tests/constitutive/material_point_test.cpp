@@ -1,0 +1,253 @@
+// The update of one material at one point.
+#include "constitutive/material_point.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "constitutive/elastic_law.h"
+#include "constitutive/law_samples.h"
+#include "constitutive/sample_materials.h"
+
+namespace zema {
+namespace {
+
+const Strain<6> someStrain{{0.010, -0.004, 0.006, 0.003, -0.005, 0.008}};
+constexpr Matrix<3> someGradient{{1.1, 0.3, -0.1, 0.2, 0.9, 0.25, -0.15, 0.05, 1.2}};
+
+Material turnedMaterial() {
+  Material material = orthotropicMaterial();
+  material(slot::angleAboutY) = 25.0;
+  material(slot::angleAboutZ) = 40.0;
+  material(slot::angleAboutX) = -70.0;
+  return material;
+}
+
+Strain<6> greenLagrange(const Matrix<3>& F) {
+  const Matrix<3> C = transposeTimes(F, F);
+  return {{(C(0, 0) - 1.0) / 2.0, (C(1, 1) - 1.0) / 2.0, C(0, 1), (C(2, 2) - 1.0) / 2.0, C(0, 2), C(1, 2)}};
+}
+
+template <int N>
+double distance(const Matrix<N>& A, const Matrix<N>& B) {
+  double largest = 0.0;
+  for (std::size_t i = 0; i < A.values.size(); ++i) largest = std::max(largest, std::abs(A.values[i] - B.values[i]));
+  return largest;
+}
+
+template <int N>
+double distance(const Stress<N>& a, const Stress<N>& b) {
+  double largest = 0.0;
+  for (int i = 0; i < N; ++i) largest = std::max(largest, std::abs(a[i] - b[i]));
+  return largest;
+}
+
+/// Tangent by central differences of the stress in layer axes.
+Matrix<6> differences(SamplePoint<6>& point, const Strain<6>& at) {
+  constexpr double h = 1.0e-6;
+  Matrix<6> tangent;
+  for (int j = 0; j < 6; ++j) {
+    Strain<6> above = at, below = at;
+    above[j] += h;
+    below[j] -= h;
+    const Stress<6> difference = point.update(above).stress - point.update(below).stress;
+    for (int i = 0; i < 6; ++i) tangent(i, j) = difference[i] / (2.0 * h);
+  }
+  return tangent;
+}
+
+TEST(MaterialPoint, ElasticStressAndTangentInLayerAxes) {
+  SamplePoint<6> point(turnedMaterial(), ECUA0<6>);
+
+  const ComponentResult<6> result = point.update(someStrain);
+
+  EXPECT_LT(distance(result.stress, CALTEN(point.elastic.inLayerAxes, someStrain)), 1.0e-14);
+  EXPECT_LT(distance(point.tangent(), point.elastic.inLayerAxes), 1.0e-13);
+  EXPECT_TRUE(result.elastic);
+  EXPECT_TRUE(result.elasticMatrix);
+}
+
+TEST(MaterialPoint, WritesAllOfTheTrialRecordAndNothingElse) {
+  SamplePoint<6> point(turnedMaterial(), softeningLaw<6>);
+  for (std::size_t i = 0; i < point.committed.size(); ++i) point.committed[i] = 1.0e-4 * static_cast<double>(i);
+  const std::vector<double> committed = point.committed;
+  const std::vector<double> committedInternal = point.committedInternal;
+  ComponentStrain<6> strain{someStrain, someStrain, 2.0 * someStrain};
+
+  (void)point.update(strain);
+
+  EXPECT_EQ(point.committed, committed);
+  EXPECT_EQ(point.committedInternal, committedInternal);
+  for (std::size_t i = 0; i < point.trial.size(); ++i) EXPECT_FALSE(std::isnan(point.trial[i])) << "place " << i;
+  for (std::size_t i = 0; i < point.trialInternal.size(); ++i)
+    EXPECT_FALSE(std::isnan(point.trialInternal[i])) << "place " << i;
+  constexpr MechanicalPlaces places{6};
+  const auto block = [](const std::vector<double>& record, int place) { return Strain<6>::from(record, place); };
+  EXPECT_EQ(block(point.trial, places.STRSGT()), block(committed, places.STRSG()));
+  EXPECT_EQ(block(point.trial, places.STRATT()), block(committed, places.STRAT()));
+  EXPECT_EQ(block(point.trial, places.VSTRATT()), block(committed, places.VSTRAT()));
+  EXPECT_EQ(block(point.trial, places.STRFAS()), block(committed, places.STRFAS()));
+  EXPECT_EQ(point.trialInternal[internal::kappa], 1.0);
+}
+
+TEST(MaterialPoint, PlasticAndInitialStrainCauseNoStress) {
+  SamplePoint<6> point(turnedMaterial(), ECUA0<6>);
+  Strain<6> local = someStrain;
+  ROTV(local, point.elastic.axes, Direction::toLocal);
+  const Strain<6> plastic = 0.25 * local, initial = 0.75 * local;
+  plastic.copyTo(point.committed, point.places.STRAP());
+
+  const ComponentResult<6> result = point.update({someStrain, someStrain, {}, Matrix<3>::identity(), &initial});
+
+  EXPECT_LT(distance(result.stress, {}), 1.0e-15);
+  EXPECT_EQ(Strain<6>::from(point.trial, point.places.STRAP()), plastic);
+}
+
+TEST(MaterialPoint, TangentOfALawComesBackFromTheMappedSpace) {
+  SamplePoint<6> point(turnedMaterial(), softeningLaw<6>);
+  (void)point.update(someStrain);
+  const Matrix<6> tangent = point.tangent();
+
+  const Matrix<6> expected = differences(point, someStrain);
+
+  EXPECT_LT(distance(tangent, expected), 1.0e-6);
+  EXPECT_GT(distance(tangent, point.elastic.inLayerAxes), 1.0);
+}
+
+TEST(MaterialPoint, TangentByDifferences) {
+  SamplePoint<6> point(turnedMaterial(), softeningLaw<6>);
+  point.material.NMATX = TangentChoice::perturbed;
+  for (const Strain<6>& strain :
+       {someStrain, Strain<6>{{0.02, 0.0, 0.0, 0.0, 0.0, 0.0}}, Strain<6>{{-0.02, 0.0, 0.0, 0.0, -0.01, 0.0}}}) {
+    (void)point.update(strain);
+    const Matrix<6> tangent = point.tangent();
+
+    const Matrix<6> expected = differences(point, strain);
+
+    EXPECT_LT(distance(tangent, expected), 1.0e-3);
+    EXPECT_EQ(point.trialInternal[internal::kappa], 1.0);  // the state of the perturbed calls is dropped
+  }
+}
+
+TEST(MaterialPoint, InitialStiffnessKeepsTheElasticMatrix) {
+  SamplePoint<6> point(turnedMaterial(), softeningLaw<6>);
+  point.material.NMATX = TangentChoice::perturbed;
+  point.pass.KALGO = 1;
+
+  const ComponentResult<6> result = point.update(someStrain);
+
+  EXPECT_FALSE(result.elastic);
+  EXPECT_TRUE(result.elasticMatrix);
+  EXPECT_LT(distance(point.tangent(), point.elastic.inLayerAxes), 1.0e-13);
+}
+
+TEST(MaterialPoint, PotentialSevenShowsTheLawTheShearStressesAlone) {
+  SamplePoint<6> point(isotropicMaterial(100.0, 0.25), softeningLaw<6>);
+  const Stress<6> elastic = CALTEN(point.elastic.D, someStrain);
+  const Stress<6> shearAlone{{0.0, 0.0, elastic[2], 0.0, elastic[4], elastic[5]}};
+  double squares = 0.0;
+  for (const double value : shearAlone.values) squares += value * value;
+  point.material.NCRIP = Criterion::damageSimoJu;
+
+  const ComponentResult<6> result = point.update(someStrain);
+  const Matrix<6> tangent = point.tangent();
+
+  for (const int i : {0, 1, 3}) EXPECT_EQ(result.stress[i], elastic[i]);
+  for (const int i : {2, 4, 5}) EXPECT_DOUBLE_EQ(result.stress[i], elastic[i] / (1.0 + 0.2 * squares));
+  for (const int i : {0, 1, 3})
+    for (int j = 0; j < 6; ++j) EXPECT_EQ(tangent(i, j), point.elastic.D(i, j));
+  EXPECT_LT(distance(tangent, differences(point, someStrain)), 1.0e-6);
+}
+
+TEST(MaterialPoint, FiniteStrainWithTheMatrixMovedAlongIsTheSameElasticSolid) {
+  SamplePoint<6> point(turnedMaterial(), ECUA0<6>);
+  const Strain<6> strain = greenLagrange(someGradient);
+  const Stress<6> reference = point.update(strain, someGradient).stress;
+  point.pass.LARGE = 1;
+  point.pass.KPUSH = 2;
+  point.pass.KTANP = 1;
+
+  const ComponentResult<6> result = point.update(strain, someGradient);
+
+  EXPECT_LT(distance(result.stress, reference), 1.0e-12);
+  EXPECT_LT(distance(point.tangent(), point.elastic.inLayerAxes), 1.0e-13);
+}
+
+TEST(MaterialPoint, FiniteStrainLawRunsInTheCurrentConfiguration) {
+  // Kirchhoff stress from Almansi strain: simple shear 0.5 with lambda = mu = 400 has e = (0, -1/8, 1/2), so that
+  // tau = (-50, -150, 200, -50).
+  SamplePoint<6> point(isotropicMaterial(1000.0, 0.25), ECUA0<6>);
+  point.pass.LARGE = 1;
+  point.pass.KPUSH = 2;
+  const Matrix<3> F{{1.0, 0.5, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
+
+  Stress<6> stress = point.update(greenLagrange(F), F).stress;
+
+  PFB_STR(stress, F, TensorMove::stressForward);
+  EXPECT_LT(distance(stress, Stress<6>{{-50.0, -150.0, 200.0, -50.0, 0.0, 0.0}}), 1.0e-10);
+}
+
+TEST(MaterialPoint, FiniteStrainTangentWithTheStressPartIsConsistent) {
+  SamplePoint<6> point(isotropicMaterial(10.0, 0.25), ECUA0<6>);
+  point.pass.LARGE = 1;
+  point.pass.KPUSH = 2;
+  point.pass.KTANP = 2;
+  (void)point.update(greenLagrange(someGradient), someGradient);
+  const Matrix<6> tangent = point.tangent();
+
+  // A stretch of the reference moves F and the strain together: F (1 + D) has the strain rate sym(C D).
+  constexpr double h = 1.0e-6;
+  for (int k = 0; k < 3; ++k) {
+    for (int l = 0; l < 3; ++l) {
+      const auto moved = [&](double step) {
+        Matrix<3> D = Matrix<3>::identity();
+        D(k, l) += step;
+        return PROMA1(someGradient, D);
+      };
+      const Strain<6> rate = (0.5 / h) * (greenLagrange(moved(h)) - greenLagrange(moved(-h)));
+      const Stress<6> above = point.update(greenLagrange(moved(h)), moved(h)).stress;
+      const Stress<6> below = point.update(greenLagrange(moved(-h)), moved(-h)).stress;
+      EXPECT_LT(distance((0.5 / h) * (above - below), CALTEN(tangent, rate)), 1.0e-7) << k << " " << l;
+    }
+  }
+}
+
+TEST(MaterialPoint, PlasticStrainIsKeptInTheReferenceConfigurationOfTheRealSpace) {
+  for (const auto& [material, KTANP] :
+       {std::pair{orthotropicMaterial(), 1}, std::pair{isotropicMaterial(100.0, 0.3), 0}}) {
+    SamplePoint<6> point(material, creepingLaw<6>);
+    point.pass.LARGE = 1;
+    point.pass.KPUSH = 2;
+    point.pass.KTANP = KTANP;
+    const Strain<6> strain = greenLagrange(someGradient);
+
+    const Stress<6> first = point.update(strain, someGradient).stress;
+    const auto plastic = Strain<6>::from(point.trial, point.places.STRAP());
+    point.commit();
+    const Stress<6> held = point.update(strain, someGradient).stress;
+
+    for (int i = 0; i < 6; ++i) EXPECT_NEAR(plastic[i], 0.1 * strain[i], 1.0e-14);
+    EXPECT_LT(distance(first, held), 1.0e-12);  // the next step starts where the last one ended
+  }
+}
+
+TEST(MaterialPoint, FourComponentsGiveThePlaneStrainOfSix) {
+  Material material = orthotropicMaterial();
+  material(slot::angleAboutZ) = 35.0;
+  SamplePoint<4> plane(material, softeningLaw<4>);
+  material(slot::angleAboutY) = 35.0;  // in space the first angle is the one about z
+  material(slot::angleAboutZ) = 0.0;
+  SamplePoint<6> space(material, softeningLaw<6>);
+
+  const Stress<4> inPlane = plane.update(Strain<4>{{0.010, -0.004, 0.006, 0.003}}).stress;
+  const Stress<6> inSpace = space.update(Strain<6>{{0.010, -0.004, 0.006, 0.003, 0.0, 0.0}}).stress;
+
+  for (int i = 0; i < 4; ++i) EXPECT_NEAR(inPlane[i], inSpace[i], 1.0e-14);
+  const Matrix<4> planeTangent = plane.tangent();
+  const Matrix<6> spaceTangent = space.tangent();
+  for (int i = 0; i < 4; ++i)
+    for (int j = 0; j < 4; ++j) EXPECT_NEAR(planeTangent(i, j), spaceTangent(i, j), 1.0e-12);
+}
+
+}  // namespace
+}  // namespace zema

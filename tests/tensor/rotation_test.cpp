@@ -1,0 +1,110 @@
+// Rotation of stresses, strains and constitutive matrices.
+#include "tensor/rotation.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace zema {
+namespace {
+
+constexpr double tolerance = 1.0e-13;
+const std::array<double, 3> skewAngles{25.0, 40.0, -70.0};
+const Stress<6> someStress{{3.0, -1.0, 0.5, 2.0, -0.75, 1.25}};
+const Strain<6> someStrain{{1.0, 0.2, -0.6, -0.4, 0.8, 0.3}};
+
+void expectNear(const auto& actual, const auto& expected, double within = tolerance) {
+  ASSERT_EQ(actual.size(), expected.size());
+  for (std::size_t i = 0; i < actual.size(); ++i) EXPECT_NEAR(actual[i], expected[i], within) << "place " << i;
+}
+
+/// An elastic matrix without any symmetry.
+Matrix<6> someMatrix() {
+  Matrix<6> C;
+  for (int i = 0; i < 6; ++i)
+    for (int j = 0; j < 6; ++j) C(i, j) = 1.0 + 3.0 * i - 0.7 * j + (i == j ? 10.0 : 0.0) + 0.3 * i * j;
+  return C;
+}
+
+TEST(Rotation, EulerAnglesTurnAboutZThenTheNewXThenTheNewZ) {
+  const Matrix<3> aboutZ = CALRME({30.0, 0.0, 0.0});
+  const Matrix<3> aboutX = CALRME({0.0, 30.0, 0.0});
+  const Matrix<3> all = CALRME({90.0, 90.0, 90.0});
+
+  const double c = std::sqrt(3.0) / 2.0;
+  expectNear(aboutZ.values, Vector<9>{c, -0.5, 0.0, 0.5, c, 0.0, 0.0, 0.0, 1.0});
+  expectNear(aboutX.values, Vector<9>{1.0, 0.0, 0.0, 0.0, c, -0.5, 0.0, 0.5, c});
+  // x goes to y and stays; then z goes to x; then the new x to the new y, which is global z.
+  expectNear(all.values, Vector<9>{0.0, 0.0, 1.0, 0.0, -1.0, 0.0, 1.0, 0.0, 0.0});
+}
+
+TEST(Rotation, UniaxialStressAlongALocalAxis) {
+  const Rotation<6> rotation({30.0, 0.0, 0.0});
+  Stress<6> stress{{100.0, 0.0, 0.0, 0.0, 0.0, 0.0}};
+
+  ROTV(stress, rotation, Direction::toGlobal);
+
+  expectNear(stress.values, Vector<6>{75.0, 25.0, 25.0 * std::sqrt(3.0), 0.0, 0.0, 0.0}, 1.0e-12);
+}
+
+TEST(Rotation, TurnsTheTensorsBehindTheVectors) {
+  const Rotation<6> rotation(skewAngles);
+  Stress<6> stress = someStress;
+  Strain<6> strain = someStrain;
+
+  ROTV(stress, rotation, Direction::toGlobal);
+  ROTV(strain, rotation, Direction::toLocal);
+
+  const Matrix<3>& R = rotation.R();
+  expectNear(tensorOf(stress).values, PROMA1(R, PROMAT(tensorOf(someStress), R)).values);
+  expectNear(tensorOf(strain).values, transposeTimes(R, PROMA1(tensorOf(someStrain), R)).values);
+}
+
+TEST(Rotation, ThereAndBack) {
+  const Rotation<6> rotation(skewAngles);
+  Stress<6> stress = someStress;
+  Strain<6> strain = someStrain;
+  Matrix<6> C = someMatrix();
+
+  for (const Direction direction : {Direction::toGlobal, Direction::toLocal}) {
+    ROTV(stress, rotation, direction);
+    ROTV(strain, rotation, direction);
+    ROTM(C, rotation, direction);
+  }
+
+  expectNear(stress.values, someStress.values);
+  expectNear(strain.values, someStrain.values);
+  expectNear(C.values, someMatrix().values, 1.0e-11);
+}
+
+TEST(Rotation, TurnedMatrixGivesTheTurnedStress) {
+  const Rotation<6> rotation(skewAngles);
+  Strain<6> local = someStrain;
+  ROTV(local, rotation, Direction::toLocal);
+  Stress<6> viaLocalAxes = CALTEN(someMatrix(), local);
+  ROTV(viaLocalAxes, rotation, Direction::toGlobal);
+  Matrix<6> C = someMatrix();
+
+  ROTM(C, rotation, Direction::toGlobal);
+
+  expectNear(CALTEN(C, someStrain).values, viaLocalAxes.values, 1.0e-12);
+}
+
+TEST(Rotation, PlaneTensorsTurnLikeThoseInSpace) {
+  const std::array<double, 3> angles{35.0, 0.0, 0.0};
+  Strain<4> plane{{1.0, 0.2, -0.6, -0.4}};
+  Strain<6> space{{1.0, 0.2, -0.6, -0.4, 0.0, 0.0}};
+
+  ROTV(plane, Rotation<4>(angles), Direction::toLocal);
+  ROTV(space, Rotation<6>(angles), Direction::toLocal);
+
+  for (int i = 0; i < 4; ++i) EXPECT_NEAR(plane[i], space[i], tolerance);
+}
+
+TEST(Rotation, TinyAnglesAreNoRotation) {
+  EXPECT_TRUE(Rotation<6>({3.0e-5, 0.0, 0.0}).none());
+  EXPECT_FALSE(Rotation<6>({4.0e-5, 0.0, 0.0}).none());
+}
+
+}  // namespace
+}  // namespace zema
