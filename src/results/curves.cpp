@@ -1,7 +1,7 @@
 // Curve files.
 #include "results/curves.h"
 
-#include "foundation/errors.h"
+#include "job/file_set.h"
 #include "results/columns.h"
 #include "results/curve_values.h"
 
@@ -49,17 +49,6 @@ bool hasTemperature(const Curve& curve) {
 }
 
 }  // namespace
-
-std::string curveFileName(const Job& job, int i) {
-  constexpr int secondLetters = 25;  // A to Y
-  constexpr int firstLetters = 26;
-  if (i > firstLetters * secondLetters)
-    throw InputFault("there are " + std::to_string(i - 1) + " curves, and file names for " +
-                     std::to_string(firstLetters * secondLetters - 1));
-  const auto letter = [](int number) { return static_cast<char>('A' + number); };
-  return job.CFILE[21].substr(0, static_cast<std::size_t>(job.IRUN.LNAME)) + '.' + letter((i - 1) / secondLetters) +
-         letter((i - 1) % secondLetters);
-}
 
 void OUTCU(Job& job, const Model& model, const Kernel& kernel, StateSlot slot) {
   const int output = ++job.IRUN.KCURV;
