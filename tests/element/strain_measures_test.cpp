@@ -1,0 +1,84 @@
+// Strains of known motions, and their bookkeeping over construction steps.
+#include "element/strain_measures.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+
+namespace zema {
+namespace {
+
+void expectNear(const Strain<6>& strain, const Vector<6>& expected, double tolerance = 1e-15) {
+  for (int r = 0; r < 6; ++r) EXPECT_NEAR(strain[r], expected[static_cast<std::size_t>(r)], tolerance) << "place " << r;
+}
+
+Matrix<3> turnAboutZ(double angle) {
+  return {{std::cos(angle), -std::sin(angle), 0, std::sin(angle), std::cos(angle), 0, 0, 0, 1}};
+}
+
+TEST(Strain, SmallStrainIsTheSymmetricPartWithEngineeringShears) {
+  const Matrix<3> gradient{{1, 2, 4, 8, 16, 32, 64, 128, 256}};
+
+  expectNear(strainOf<6>(gradient, StrainMeasure::small), {1, 16, 10, 256, 68, 160});
+  expectNear(strainOf<6>(Matrix<3>{{0, 1, -2, -1, 0, 3, 2, -3, 0}}, StrainMeasure::small), {});
+}
+
+TEST(Strain, GreenLagrangeOfSimpleShear) {
+  // x = X + 0.5 Y: E = (F^T F - I) / 2
+  expectNear(strainOf<6>(Matrix<3>{{1, 0.5, 0, 0, 1, 0, 0, 0, 1}}, StrainMeasure::finite), {0, 0.125, 0.5, 0, 0, 0});
+}
+
+TEST(Strain, TurnGivesNoGreenLagrangeStrainButASmallOne) {
+  const Matrix<3> R = turnAboutZ(0.5);
+  Matrix<3> displacementGradient = R;
+  for (int i = 0; i < 3; ++i) displacementGradient(i, i) -= 1.0;
+
+  expectNear(strainOf<6>(R, StrainMeasure::finite), {}, 1e-15);
+  EXPECT_NEAR(strainOf<6>(displacementGradient, StrainMeasure::small)[0], std::cos(0.5) - 1.0, 1e-15);
+}
+
+TEST(Strain, RateIsTheDerivativeOfTheStrainInTime) {
+  const Matrix<3> F{{1.2, 0.3, 0, 0.1, 0.9, 0.2, 0, -0.1, 1.1}};
+  const Matrix<3> velocityGradient{{0.5, -1, 0.25, 2, 0.75, 0, 1, 0.5, -0.5}};
+  constexpr double dt = 1e-6;
+  Matrix<3> later = F, earlier = F;
+  for (std::size_t k = 0; k < 9; ++k) {
+    later.values[k] += dt * velocityGradient.values[k];
+    earlier.values[k] -= dt * velocityGradient.values[k];
+  }
+  for (const StrainMeasure measure : {StrainMeasure::small, StrainMeasure::finite}) {
+    const Strain<6> difference = 1.0 / (2.0 * dt) * (strainOf<6>(later, measure) - strainOf<6>(earlier, measure));
+
+    expectNear(strainRate<6>(F, velocityGradient, measure), difference.values, 1e-9);
+  }
+}
+
+TEST(Strain, GradientOfPositionsIsTheDeformationGradient) {
+  // A tetrahedron on the axes: derivatives of its functions are rows of -1, 1.
+  const Matrix<3, 4> CARTD{{-1, 1, 0, 0, -1, 0, 1, 0, -1, 0, 0, 1}};
+  const Matrix<3, 4> positions{{0, 1, 0.5, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
+
+  EXPECT_EQ(GRADEF(positions, CARTD), (Matrix<3>{{1, 0.5, 0, 0, 1, 0, 0, 0, 1}}));
+}
+
+TEST(Strain, ElementSwitchedOnLateStartsFromZero) {
+  const Strain<6> whileInactive{{0.01, 0, 0, 0, 0, 0}};
+  const Strain<6> first{{0.012, 0, 0, 0, 0, 0.001}};
+  const Strain<6> second{{0.015, 0, 0, 0, 0, 0.003}};
+
+  const PointStrain<6> asleep = DEFO(whileInactive, {}, {}, false);
+  const PointStrain<6> stillAsleep = DEFO(whileInactive, asleep.STRAT, asleep.STRFAS, false);
+  const PointStrain<6> awake = DEFO(first, stillAsleep.STRAT, stillAsleep.STRFAS, true);
+  const PointStrain<6> later = DEFO(second, awake.STRAT, awake.STRFAS, true);
+
+  EXPECT_TRUE(asleep.STRAN.isZero() && asleep.STRAT.isZero());
+  expectNear(stillAsleep.STRFAS, {-0.01, 0, 0, 0, 0, 0});
+  expectNear(awake.STRAT, {0.002, 0, 0, 0, 0, 0.001});
+  expectNear(awake.STRAN, {0.002, 0, 0, 0, 0, 0.001});
+  expectNear(later.STRAT, {0.005, 0, 0, 0, 0, 0.003});
+  expectNear(later.STRAN, {0.003, 0, 0, 0, 0, 0.002});
+}
+
+}  // namespace
+}  // namespace zema
