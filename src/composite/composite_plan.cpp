@@ -22,7 +22,7 @@ void checkKind(const Layer& layer, int c, std::size_t l) {
     case LayerKind::none:
       break;
   }
-  throw InputFault(layerName(c, l) + "the layer type is \"" + layer.TYLAY + "\"; expected \"P\", \"SP\" or \"NT\"");
+  throw InputFault(layerName(c, l) + "the layer type is \"" + layer.TYLAY + R"("; expected "P", "SP" or "NT")");
 }
 
 template <int N>

@@ -66,6 +66,8 @@ class ConstitutiveBlock {
 
   /// Density of composite c (number from 1), mass / length^3.
   [[nodiscard]] double DENSV(int c) const { return DENSV_[static_cast<std::size_t>(c - 1)]; }
+  /// Material m (number from 1) with the yield values of the temperature in force.
+  [[nodiscard]] const Material& materialInForce(int m) const { return materials_[static_cast<std::size_t>(m - 1)]; }
   /// Rows of store 4, by number from 1.
   [[nodiscard]] const ElasticRecord<N>& materialRecord(int m) const {
     return elastic_[static_cast<std::size_t>(m - 1)].record;

@@ -88,6 +88,52 @@ TEST(ConstitutiveBlock, TheSameOrthotropyByMaterialLayerOrElementAngles) {
   }
 }
 
+TEST(ConstitutiveBlock, AxesTurnTheDeformationGradientToo) {
+  constexpr Matrix<3> F{{1.1, 0.3, -0.1, 0.2, 0.9, 0.25, -0.15, 0.05, 1.2}};
+  Composite turnedLayer = plainComposite(1);
+  turnedLayer.layers[0].LAEULER = skewAngles;
+  const Material material = orthotropicMaterial();
+  Model model =
+      pointModel<6>({material, turned(material, skewAngles)}, {plainComposite(1), plainComposite(2), turnedLayer},
+                    {{2, noAngles}, {3, noAngles}, {1, skewAngles}});
+  model.control.LARGE = 1;
+  model.control.KPUSH = 2;
+  ConstitutiveBlock<6> block(model);
+  block.IMPORTINFON1(model);
+
+  std::vector<Stress<6>> stresses;
+  for (int e = 0; e < 3; ++e) {
+    PointUpdate<6> update = loading(e, someStrain);
+    update.F = F;
+    update.DETF = DETERM3D(F);
+    stresses.push_back(block.RESI2D(model, update).STRSG);
+  }
+
+  // The law in the current configuration, in global axes.
+  Strain<6> almansi = someStrain;
+  PFB_STR(almansi, F, TensorMove::strainForward);
+  Stress<6> expected = CALTEN(block.elasticMatrix(0), almansi);
+  PFB_STR(expected, F, TensorMove::stressBack);
+  for (const Stress<6>& stress : stresses) EXPECT_LT(distance(stress, expected), 1.0e-12);
+  EXPECT_LT(distance(block.MODULI(model, 2, someStrain, F), expected), 1.0e-12);
+  EXPECT_LT(distance(block.CGLOBSO(model, 2, 0), block.elasticMatrix(0)), 1.0e-12);  // first iteration
+}
+
+TEST(ConstitutiveBlock, YieldValuesAreScaledFromThoseOfTheDeck) {
+  Material material = isotropicMaterial(1000.0, 0.3);
+  material(slot::yieldStress) = 200.0;
+  material(slot::yieldCurvePoints) = 2.0;
+  material.yield = {{0.0, 100.0}, {200.0, 100.0}};
+  Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, noAngles}});
+  ConstitutiveBlock<6> block(model);
+  model.loadStep.TEMPL = 50.0;
+
+  block.IMPORTINFON1(model);
+  block.IMPORTINFON1(model);
+
+  EXPECT_DOUBLE_EQ(block.materialInForce(1)(slot::yieldStress), 150.0);
+}
+
 TEST(ConstitutiveBlock, ElementLayerAndMaterialAnglesFollowOneAnother) {
   // Turns about the same axis add up: 10 + 20 + 30 degrees.
   Composite composite = plainComposite(1);

@@ -1,0 +1,92 @@
+// Cost of a material point: strain in, stress, tangent and trial records out.
+#include <benchmark/benchmark.h>
+
+#include <array>
+#include <vector>
+
+#include "composite/constitutive_block.h"
+#include "constitutive/elastic_moduli.h"
+
+namespace zema {
+namespace {
+
+Material orthotropic(double Ex, double Ey, double nu) {
+  Material material;
+  material.given = true;
+  material(slot::youngX) = Ex;
+  material(slot::youngY) = material(slot::youngZ) = Ey;
+  material(slot::poissonXY) = material(slot::poissonXZ) = nu;
+  material(slot::poissonYX) = material(slot::poissonZX) = nu * Ey / Ex;
+  material(slot::poissonYZ) = material(slot::poissonZY) = nu;
+  for (const int place : {slot::mapXX, slot::mapYY, slot::mapXY, slot::mapZZ, slot::mapXZ, slot::mapYZ})
+    material(place) = 1.0;
+  material.NCRIT = material.NCRIP = Criterion::vonMises;
+  return material;
+}
+
+/// Elements of eight points, as of a mesh of bricks, of one composite.
+Model bricks(int elements, const Material& material, const std::array<double, 3>& elementAngles) {
+  Model model;
+  model.NSTR1 = 6;
+  model.materials.all = {material};
+  Layer layer;
+  layer.kind = LayerKind::parallel;
+  layer.PVLAY = 1.0;
+  layer.components = {{1, 1.0, 1}};
+  model.composites.all = {{{layer}, 2, {}}};
+  ElementData element;
+  element.MATNO[0] = 1;
+  element.NTYPE = 6;
+  element.EAEULER = elementAngles;
+  model.mesh.elements.assign(static_cast<std::size_t>(elements), element);
+  model.increment.KALGO = 2;
+  model.points = PointStore(6, std::vector<int>(static_cast<std::size_t>(elements), 8),
+                            std::vector<int>(static_cast<std::size_t>(elements), 2));
+  return model;
+}
+
+void runPoints(benchmark::State& state, const Material& material, const std::array<double, 3>& elementAngles,
+               int LARGE = 0) {
+  const int elements = static_cast<int>(state.range(0));
+  Model model = bricks(elements, material, elementAngles);
+  model.control.LARGE = LARGE;
+  model.control.KPUSH = 2;
+  model.control.KTANP = 1;
+  ConstitutiveBlock<6> block(model);
+  block.ZERO(model);
+  block.IMPORTINFON1(model);
+  const Strain<6> strain{{1.0e-3, -2.0e-4, 5.0e-4, 3.0e-4, -1.0e-4, 2.0e-4}};
+  PointUpdate<6> update{.STRAT = strain, .STRAN = strain, .VSTRAT = {}, .dV = 0.125};
+  for (auto _ : state) {
+    for (update.e = 0; update.e < elements; ++update.e)
+      for (update.point = 0; update.point < 8; ++update.point) benchmark::DoNotOptimize(block.RESI2D(model, update));
+  }
+  state.SetItemsProcessed(state.iterations() * elements * 8);
+}
+
+/// The floor: one product of a 6 x 6 matrix and a vector.
+void matrixVector(benchmark::State& state) {
+  const Matrix<6> D = MODAN<6>(OrthotropicConstants::isotropic(200.0, 0.3));
+  Strain<6> strain{{1.0e-3, -2.0e-4, 5.0e-4, 3.0e-4, -1.0e-4, 2.0e-4}};
+  for (auto _ : state) {
+    benchmark::DoNotOptimize(strain);
+    benchmark::DoNotOptimize(CALTEN(D, strain));
+  }
+  state.SetItemsProcessed(state.iterations());
+}
+
+Material turned(Material material) {
+  material(slot::angleAboutY) = 30.0;
+  return material;
+}
+
+BENCHMARK(matrixVector);
+BENCHMARK_CAPTURE(runPoints, isotropic, orthotropic(200.0, 200.0, 0.3), {})->Arg(1)->Arg(20000);
+BENCHMARK_CAPTURE(runPoints, orthotropicByMaterialAngles, turned(orthotropic(200.0, 50.0, 0.3)), {})
+    ->Arg(1)
+    ->Arg(20000);
+BENCHMARK_CAPTURE(runPoints, orthotropicByElementAngles, orthotropic(200.0, 50.0, 0.3), {30.0, 20.0, 10.0})->Arg(1);
+BENCHMARK_CAPTURE(runPoints, currentConfiguration, orthotropic(200.0, 200.0, 0.3), {}, 1)->Arg(1);
+
+}  // namespace
+}  // namespace zema
