@@ -6,123 +6,139 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+#include <vector>
 
 #include "foundation/errors.h"
-#include "solver/blas_threads.h"
-#include "solver/tile_schedule.h"
+#include "solver/line_schedule.h"
 
 namespace zema {
 namespace {
+
+// What Cholesky and LDL-transposed do differently, on tiles that are held transposed: a row of a tile is then a column
+// of the band. Products of finished rows take L D from one of them, with D = 1 in Cholesky.
 
 // A = L L^T.
 class CholeskySteps {
  public:
   explicit CholeskySteps(const BandMatrix& A) : A_(A) {}
 
-  // Right factor of a product of finished rows: L itself.
-  void weigh(double* /*rows*/, int /*count*/, Lines /*columns*/) const {}
+  // Where the finished tiles of a line are kept as L; as L D they stand on the left.
+  static std::vector<Tile>& plain(LineScratch& scratch) { return scratch.left; }
 
-  // Factorises the lower triangle of a diagonal tile that is held transposed.
-  void factorise(Tile& tile, Lines lines) const {
-    for (int k = 0; k < lines.count(); ++k) {
-      double* column = tile.row(k);
-      if (!(column[k] > 0.0))
-        throw RunEnd("  >>>> MATRIZ DEFINIDA NEGATIVA O PIVOT NULO ", lines.first + k + 1, A_.NBAND());
-      const double scale = 1.0 / std::sqrt(column[k]);
-      for (int i = k; i < lines.count(); ++i) column[i] *= scale;
-      for (int j = k + 1; j < lines.count(); ++j)
-        for (int i = j; i < lines.count(); ++i) tile.row(j)[i] -= column[j] * column[i];
-    }
+  // Makes row k of a diagonal tile, from which the rows before it are subtracted, a column of L.
+  void pivot(Tile& tile, Tile& /*plain*/, int k, int equation) const {
+    double* column = tile.row(k);
+    if (!(column[k] > 0.0)) throw RunEnd("  >>>> MATRIZ DEFINIDA NEGATIVA O PIVOT NULO ", equation + 1, A_.NBAND());
+    const double scale = 1.0 / std::sqrt(column[k]);
+    for (int i = 0; i < tileSize; ++i) column[i] *= scale;
   }
 
-  // Factors of the substitution with the diagonal tile.
-  void scales(Lines lines, TileScales& factors) const {
-    for (int k = 0; k < lines.count(); ++k)
-      factors[static_cast<std::size_t>(k)] = 1.0 / *A_.at(lines.first + k, lines.first + k);
+  // Factors of the substitution with the diagonal tile of some columns.
+  void scales(Lines columns, TileScales& factors) const {
+    for (int k = 0; k < columns.count(); ++k)
+      factors[static_cast<std::size_t>(k)] = 1.0 / *A_.at(columns.first + k, columns.first + k);
   }
 
-  // From the substitution's result, held transposed, to L.
-  void complete(Tile& /*tile*/, Lines /*columns*/) const {}
+  // Makes the plain form of a tile from L D.
+  void unweigh(const Tile& /*tile*/, Tile& /*plain*/, Lines /*columns*/) const {}
 
  private:
   const BandMatrix& A_;
 };
 
-// A = L D L^T: products of rows carry D, and the substitution gives L D.
+// A = L D L^T: the substitution gives L D.
 class DiagonalSteps {
  public:
-  explicit DiagonalSteps(const BandMatrix& A) : A_(A) {}
+  explicit DiagonalSteps(const BandMatrix& A) : D_(static_cast<std::size_t>(A.NEQNS())) {}
 
-  void weigh(double* rows, int count, Lines columns) const {
-    for (int i = 0; i < count; ++i)
-      for (int k = columns.first; k < columns.end; ++k) *rows++ *= *A_.at(k, k);
+  static std::vector<Tile>& plain(LineScratch& scratch) { return scratch.above; }
+
+  void pivot(const Tile& tile, Tile& plain, int k, int equation) {
+    const double* column = tile.row(k);
+    D_[static_cast<std::size_t>(equation)] = column[k];
+    for (int i = 0; i < tileSize; ++i) plain.row(k)[i] = column[i] / column[k];
+    plain.row(k)[k] = column[k];
   }
 
-  void factorise(Tile& tile, Lines lines) const {
-    for (int k = 0; k < lines.count(); ++k) {
-      double* column = tile.row(k);
-      for (int j = k + 1; j < lines.count(); ++j) {
-        const double factor = column[j] / column[k];
-        for (int i = j; i < lines.count(); ++i) tile.row(j)[i] -= factor * column[i];
-      }
-      for (int i = k + 1; i < lines.count(); ++i) column[i] /= column[k];
-    }
-  }
+  void scales(Lines columns, TileScales& factors) const { std::fill_n(factors.begin(), columns.count(), 1.0); }
 
-  void scales(Lines lines, TileScales& factors) const { std::fill_n(factors.begin(), lines.count(), 1.0); }
-
-  void complete(Tile& tile, Lines columns) const {
+  void unweigh(const Tile& tile, Tile& plain, Lines columns) const {
     for (int k = 0; k < columns.count(); ++k) {
-      const double pivot = *A_.at(columns.first + k, columns.first + k);
-      for (int i = 0; i < tileSize; ++i) tile.row(k)[i] /= pivot;
+      const double pivot = D_[static_cast<std::size_t>(columns.first + k)];
+      for (int i = 0; i < tileSize; ++i) plain.row(k)[i] = tile.row(k)[i] / pivot;
     }
   }
 
  private:
-  const BandMatrix& A_;
+  std::vector<double> D_;  // pivots so far, side by side
 };
 
-// Tiles are held transposed: a column of the band is then contiguous, and all rows of a tile are substituted at once.
 template <class Steps>
-class SymmetricTiles final : public TileMethod {
+class SymmetricLines final : public LineMethod {
  public:
-  explicit SymmetricTiles(BandMatrix& A) : A_(A), steps_(A) {}
+  explicit SymmetricLines(BandMatrix& A) : A_(A), steps_(A) {}
 
-  void update(int i, int j, TileScratch& scratch) override {
+  void finishLine(int i, LineScratch& scratch, const LineProgress& progress) override {
     const Lines rows = tileLines(i, A_.NEQNS());
-    const Lines columns = tileLines(j, A_.NEQNS());
-    copyTransposed(A_, rows, columns, scratch.tile);
-    const Lines done{A_.firstColumn(rows.first), columns.first};
-    if (done.count() <= 0) return;
-    const double* right = i == j ? copyRows(rows, done, scratch.above) : A_.at(columns.first, done.first);
-    const int rightStride = i == j ? done.count() : A_.stride();
-    const double* left = copyRows(rows, done, scratch.left);
-    steps_.weigh(scratch.left.data(), rows.count(), done);
-    // tile^T -= L(j,:) (L(i,:) D)^T
-    cblas_dgemm(CblasRowMajor, CblasNoTrans, CblasTrans, columns.count(), rows.count(), done.count(), -1.0, right,
-                rightStride, left, done.count(), 1.0, scratch.tile.row(0), tileSize);
-  }
-
-  void finish(int i, int j, TileScratch& scratch) override {
-    const Lines rows = tileLines(i, A_.NEQNS());
-    const Lines columns = tileLines(j, A_.NEQNS());
-    if (i == j) {
-      steps_.factorise(scratch.tile, rows);
-    } else {
-      copyBlock(A_, columns, columns, scratch.triangle.row(0), tileSize);
-      steps_.scales(columns, scratch.scales);
-      eliminate(scratch.tile, columns.count(), scratch.triangle, scratch.scales);
-      steps_.complete(scratch.tile, columns);
+    const int first = firstTile(A_, i);
+    scratch.left.resize(static_cast<std::size_t>(i - first + 1));
+    std::vector<Tile>& plain = Steps::plain(scratch);
+    plain.resize(scratch.left.size());
+    for (int j = first; j <= i; ++j) {
+      if (j < i && !progress.waitFor(j)) return;
+      const Lines columns = tileLines(j, A_.NEQNS());
+      const auto place = static_cast<std::size_t>(j - first);
+      Tile& tile = scratch.left[place];
+      copyTransposed(A_, rows, columns, tile);
+      if (j < i) {
+        subtractLeft(rows, columns, first, scratch.left, tile);
+        substitute(columns, scratch, tile, plain[place]);
+      } else {
+        subtractOwn(rows, first, scratch.left, plain, tile);
+        factoriseDiagonal(rows, tile, plain[place]);
+      }
+      storeTransposed(plain[place], A_, rows, columns);
     }
-    storeTransposed(scratch.tile, A_, rows, columns);
   }
 
  private:
-  // Rows of finished factors, with zeros where they leave the band.
-  const double* copyRows(Lines rows, Lines columns, std::vector<double>& out) const {
-    out.resize(static_cast<std::size_t>(tileSize) * static_cast<std::size_t>(A_.NBAND()));
-    copyBlock(A_, rows, columns, out.data(), columns.count());
-    return out.data();
+  // tile^T -= L(j,:) (L(i,:) D)^T over the finished columns of line i
+  void subtractLeft(Lines rows, Lines columns, int first, const std::vector<Tile>& left, Tile& tile) const {
+    const Lines done{A_.firstColumn(rows.first), columns.first};
+    if (done.count() <= 0) return;
+    cblas_dgemm(CblasRowMajor, CblasNoTrans, CblasNoTrans, columns.count(), rows.count(), done.count(), -1.0,
+                A_.at(columns.first, done.first), A_.stride(), left[0].row(done.first - first * tileSize), tileSize,
+                1.0, tile.row(0), tileSize);
+  }
+
+  // tile -= L(i,:) (L(i,:) D)^T
+  static void subtractOwn(Lines rows, int first, const std::vector<Tile>& left, const std::vector<Tile>& plain,
+                          Tile& tile) {
+    const int done = rows.first - first * tileSize;
+    if (done <= 0) return;
+    cblas_dgemm(CblasRowMajor, CblasTrans, CblasNoTrans, rows.count(), rows.count(), done, -1.0, plain[0].row(0),
+                tileSize, left[0].row(0), tileSize, 1.0, tile.row(0), tileSize);
+  }
+
+  void substitute(Lines columns, LineScratch& scratch, Tile& tile, Tile& plain) const {
+    copyTile(A_, columns, columns, scratch.triangle);
+    steps_.scales(columns, scratch.scales);
+    eliminate(tile, columns.count(), scratch.triangle, scratch.scales);
+    steps_.unweigh(tile, plain, columns);
+  }
+
+  // Column by column; rows of a tile before the diagonal take part for the sake of a fixed length, without effect.
+  void factoriseDiagonal(Lines rows, Tile& tile, Tile& plain) {
+    for (int k = 0; k < rows.count(); ++k) {
+      double sum[tileSize];
+      std::copy_n(tile.row(k), tileSize, sum);
+      for (int m = 0; m < k; ++m) {
+        const double factor = plain.row(m)[k];
+        for (int i = 0; i < tileSize; ++i) sum[i] -= factor * tile.row(m)[i];
+      }
+      std::copy_n(sum, tileSize, tile.row(k));
+      steps_.pivot(tile, plain, k, rows.first + k);
+    }
   }
 
   BandMatrix& A_;
@@ -131,9 +147,8 @@ class SymmetricTiles final : public TileMethod {
 
 template <class Steps>
 void factorise(BandMatrix& A, WorkerPool& pool) {
-  const SingleThreadedBlas oneThread;
-  SymmetricTiles<Steps> method(A);
-  factoriseTiles(tileGrid(A), method, pool);
+  SymmetricLines<Steps> method(A);
+  factoriseLines(A, method, pool);
 }
 
 // Row i of the lower half is column i of an upper band by columns, so L y = y is a solve with the transpose.

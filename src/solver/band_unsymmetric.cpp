@@ -3,104 +3,82 @@
 
 #include <cblas.h>
 
-#include <algorithm>
 #include <cstddef>
 
-#include "solver/blas_threads.h"
-#include "solver/tile_schedule.h"
+#include "solver/line_schedule.h"
 
 namespace zema {
 namespace {
 
-// Factorises a diagonal tile.
-void factorise(Tile& tile, int count) {
-  for (int k = 0; k < count; ++k) {
-    const double reciprocal = 1.0 / tile.row(k)[k];
-    for (int i = k + 1; i < count; ++i) {
-      const double factor = tile.row(i)[k] *= reciprocal;
-      for (int j = k + 1; j < count; ++j) tile.row(i)[j] -= factor * tile.row(k)[j];
-    }
-  }
-}
-
-// Tiles below the diagonal are held transposed, so that all their rows are substituted at once; the others as they are.
-class UnsymmetricTiles final : public TileMethod {
+// Line i is row i of L, its tiles held transposed so that all their rows are substituted at once, and column i of U.
+class UnsymmetricLines final : public LineMethod {
  public:
-  explicit UnsymmetricTiles(BandMatrix& A) : A_(A) {}
+  explicit UnsymmetricLines(BandMatrix& A) : A_(A) {}
 
-  void update(int i, int j, TileScratch& scratch) override {
-    const Lines rows = tileLines(i, A_.NEQNS());
-    const Lines columns = tileLines(j, A_.NEQNS());
-    const int farther = std::max(rows.first, columns.first);
-    const Lines done{A_.firstColumn(farther), std::min(rows.first, columns.first)};
-    if (i > j)
-      copyTransposed(A_, rows, columns, scratch.tile);
-    else
-      copyBlock(A_, rows, columns, scratch.tile.row(0), tileSize);
-    if (done.count() <= 0) return;
-    if (i > j)
-      updateLower(rows, columns, done, scratch);
-    else
-      updateUpper(rows, columns, done, scratch, i == j);
-  }
-
-  void finish(int i, int j, TileScratch& scratch) override {
-    const Lines rows = tileLines(i, A_.NEQNS());
-    const Lines columns = tileLines(j, A_.NEQNS());
-    if (i == j)
-      factorise(scratch.tile, rows.count());
-    else if (i > j)
-      eliminateLower(columns, scratch);
-    else
-      eliminateUpper(rows, scratch);
-    if (i > j)
-      storeTransposed(scratch.tile, A_, rows, columns);
-    else
-      storeTile(scratch.tile, A_, rows, columns);
+  void finishLine(int i, LineScratch& scratch, const LineProgress& progress) override {
+    const Lines own = tileLines(i, A_.NEQNS());
+    const int first = firstTile(A_, i);
+    const Begin begin{A_.firstColumn(own.first), A_.firstColumn(own.first) - first * tileSize};
+    scratch.left.resize(static_cast<std::size_t>(i - first));
+    scratch.above.resize(static_cast<std::size_t>(i - first));
+    for (int j = first; j < i; ++j) {
+      if (!progress.waitFor(j)) return;
+      const Lines other = tileLines(j, A_.NEQNS());
+      finishLower(own, other, begin, scratch, scratch.left[static_cast<std::size_t>(j - first)]);
+      finishUpper(own, other, begin, scratch, scratch.above[static_cast<std::size_t>(j - first)]);
+    }
+    finishDiagonal(own, own.first - first * tileSize, scratch);
   }
 
  private:
-  // tile^T -= U(:,j)^T L(i,:)^T
-  void updateLower(Lines rows, Lines columns, Lines done, TileScratch& scratch) const {
-    const double* left = copyLeft(rows, done, scratch.left);
-    cblas_dgemm(CblasRowMajor, CblasTrans, CblasTrans, columns.count(), rows.count(), done.count(), -1.0,
-                A_.at(done.first, columns.first), A_.stride(), left, done.count(), 1.0, scratch.tile.row(0), tileSize);
-  }
+  // Where the band of a line begins: column or row of A, and the row of the first tile in which that stands.
+  struct Begin {
+    int line;
+    int row;
+  };
 
-  // tile -= L(i,:) U(:,j); on the diagonal L leaves the band as well
-  void updateUpper(Lines rows, Lines columns, Lines done, TileScratch& scratch, bool diagonal) const {
-    const double* left = diagonal ? copyLeft(rows, done, scratch.left) : A_.at(rows.first, done.first);
-    const int leftStride = diagonal ? done.count() : A_.stride();
-    scratch.above.resize(workSize());
-    copyBlock(A_, done, columns, scratch.above.data(), tileSize);
-    cblas_dgemm(CblasRowMajor, CblasNoTrans, CblasNoTrans, rows.count(), columns.count(), done.count(), -1.0, left,
-                leftStride, scratch.above.data(), tileSize, 1.0, scratch.tile.row(0), tileSize);
-  }
-
-  // L(i,j) = tile U(j,j)^-1
-  void eliminateLower(Lines columns, TileScratch& scratch) const {
-    copyTransposed(A_, columns, columns, scratch.triangle);
-    for (int k = 0; k < columns.count(); ++k)
+  // L(i,j) = (A(i,j) - L(i,:) U(:,j)) U(j,j)^-1
+  void finishLower(Lines own, Lines other, Begin begin, LineScratch& scratch, Tile& tile) const {
+    copyTransposed(A_, own, other, tile);
+    if (const int done = other.first - begin.line; done > 0)
+      cblas_dgemm(CblasRowMajor, CblasTrans, CblasNoTrans, other.count(), own.count(), done, -1.0,
+                  A_.at(begin.line, other.first), A_.stride(), scratch.left[0].row(begin.row), tileSize, 1.0,
+                  tile.row(0), tileSize);
+    copyTransposed(A_, other, other, scratch.triangle);
+    for (int k = 0; k < other.count(); ++k)
       scratch.scales[static_cast<std::size_t>(k)] = 1.0 / scratch.triangle.row(k)[k];
-    eliminate(scratch.tile, columns.count(), scratch.triangle, scratch.scales);
+    eliminate(tile, other.count(), scratch.triangle, scratch.scales);
+    storeTransposed(tile, A_, own, other);
   }
 
-  // U(i,j) = L(i,i)^-1 tile
-  void eliminateUpper(Lines rows, TileScratch& scratch) const {
-    copyBlock(A_, rows, rows, scratch.triangle.row(0), tileSize);
-    std::fill_n(scratch.scales.begin(), rows.count(), 1.0);
-    eliminate(scratch.tile, rows.count(), scratch.triangle, scratch.scales);
+  // U(j,i) = L(j,j)^-1 (A(j,i) - L(j,:) U(:,i))
+  void finishUpper(Lines own, Lines other, Begin begin, LineScratch& scratch, Tile& tile) const {
+    copyTile(A_, other, own, tile);
+    if (const int done = other.first - begin.line; done > 0)
+      cblas_dgemm(CblasRowMajor, CblasNoTrans, CblasNoTrans, other.count(), own.count(), done, -1.0,
+                  A_.at(other.first, begin.line), A_.stride(), scratch.above[0].row(begin.row), tileSize, 1.0,
+                  tile.row(0), tileSize);
+    copyTile(A_, other, other, scratch.triangle);
+    scratch.scales.fill(1.0);
+    eliminate(tile, other.count(), scratch.triangle, scratch.scales);
+    storeTile(tile, A_, other, own);
   }
 
-  [[nodiscard]] std::size_t workSize() const {
-    return static_cast<std::size_t>(tileSize) * static_cast<std::size_t>(A_.NBAND());
-  }
-
-  // Rows of L left of the tile, with zeros where they leave the band.
-  const double* copyLeft(Lines rows, Lines columns, std::vector<double>& out) const {
-    out.resize(workSize());
-    copyBlock(A_, rows, columns, out.data(), columns.count());
-    return out.data();
+  // L(i,i) U(i,i) = A(i,i) - L(i,:) U(:,i)
+  void finishDiagonal(Lines own, int done, LineScratch& scratch) const {
+    Tile& tile = scratch.triangle;
+    copyTile(A_, own, own, tile);
+    if (done > 0)
+      cblas_dgemm(CblasRowMajor, CblasTrans, CblasNoTrans, own.count(), own.count(), done, -1.0, scratch.left[0].row(0),
+                  tileSize, scratch.above[0].row(0), tileSize, 1.0, tile.row(0), tileSize);
+    for (int k = 0; k < own.count(); ++k) {
+      const double reciprocal = 1.0 / tile.row(k)[k];
+      for (int i = k + 1; i < own.count(); ++i) {
+        const double factor = tile.row(i)[k] *= reciprocal;
+        for (int j = k + 1; j < own.count(); ++j) tile.row(i)[j] -= factor * tile.row(k)[j];
+      }
+    }
+    storeTile(tile, A_, own, own);
   }
 
   BandMatrix& A_;
@@ -109,9 +87,8 @@ class UnsymmetricTiles final : public TileMethod {
 }  // namespace
 
 void COMP_LU(BandMatrix& A, WorkerPool& pool) {
-  const SingleThreadedBlas oneThread;
-  UnsymmetricTiles method(A);
-  factoriseTiles(tileGrid(A), method, pool);
+  UnsymmetricLines method(A);
+  factoriseLines(A, method, pool);
 }
 
 // Row i of the store is column i of the transposed matrix in a band by columns: L^T is its upper part, U^T its lower.

@@ -19,19 +19,20 @@ Lines tileLines(int t, int n) {
   return {first, std::min(n, first + tileSize)};
 }
 
-void copyBlock(const BandMatrix& A, Lines rows, Lines columns, double* out, int stride) {
-  for (int i = rows.first; i < rows.end; ++i, out += stride) {
+void copyTile(const BandMatrix& A, Lines rows, Lines columns, Tile& tile) {
+  for (int i = rows.first; i < rows.end; ++i) {
     const Lines inside = stored(A, i, columns);
-    std::fill(out, out + (inside.first - columns.first), 0.0);
-    if (inside.count() > 0) std::copy_n(A.at(i, inside.first), inside.count(), out + (inside.first - columns.first));
-    std::fill(out + (inside.end - columns.first), out + columns.count(), 0.0);
+    double* row = tile.row(i - rows.first);
+    std::fill(row, row + (inside.first - columns.first), 0.0);
+    if (inside.count() > 0) std::copy_n(A.at(i, inside.first), inside.count(), row + (inside.first - columns.first));
+    std::fill(row + (inside.end - columns.first), row + columns.count(), 0.0);
   }
 }
 
-void copyTransposed(const BandMatrix& A, Lines rows, Lines columns, Tile& out) {
+void copyTransposed(const BandMatrix& A, Lines rows, Lines columns, Tile& tile) {
   for (int i = rows.first; i < rows.end; ++i) {
     const Lines inside = stored(A, i, columns);
-    double* column = out.row(0) + (i - rows.first);
+    double* column = tile.row(0) + (i - rows.first);
     for (int j = columns.first; j < inside.first; ++j, column += tileSize) *column = 0.0;
     for (int j = inside.first; j < inside.end; ++j, column += tileSize) *column = *A.at(i, j);
     for (int j = inside.end; j < columns.end; ++j, column += tileSize) *column = 0.0;

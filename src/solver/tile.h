@@ -2,7 +2,6 @@
 #pragma once
 
 #include <array>
-#include <vector>
 
 #include "solver/band_matrix.h"
 
@@ -23,9 +22,10 @@ struct Lines {
 /// The lines of tile number t of a matrix with n lines.
 [[nodiscard]] Lines tileLines(int t, int n);
 
-/// A dense tile by rows; what lies beyond the lines in use is of no meaning.
+/// A dense tile by rows; what lies beyond the lines in use is of no meaning. Tiles side by side in memory make one
+/// matrix by rows with the leading dimension tileSize.
 struct alignas(64) Tile {
-  std::array<double, tileSize * tileSize> values{};
+  std::array<double, static_cast<std::size_t>(tileSize* tileSize)> values{};
 
   [[nodiscard]] double* row(int i) { return &values[static_cast<std::size_t>(i * tileSize)]; }
   [[nodiscard]] const double* row(int i) const { return &values[static_cast<std::size_t>(i * tileSize)]; }
@@ -34,11 +34,9 @@ struct alignas(64) Tile {
 /// One factor for each line of a tile.
 using TileScales = std::array<double, tileSize>;
 
-/// Copies rows x columns of A to `out`, by rows with leading dimension `stride`; 0 outside the stored band.
-void copyBlock(const BandMatrix& A, Lines rows, Lines columns, double* out, int stride);
-
-/// The same for a tile, with rows and columns exchanged.
-void copyTransposed(const BandMatrix& A, Lines rows, Lines columns, Tile& out);
+/// Copies rows x columns of A to a tile; 0 outside the stored band. Transposed: with rows and columns exchanged.
+void copyTile(const BandMatrix& A, Lines rows, Lines columns, Tile& tile);
+void copyTransposed(const BandMatrix& A, Lines rows, Lines columns, Tile& tile);
 
 /// Copies a tile back to rows x columns of A; what lies outside the stored band is dropped.
 void storeTile(const Tile& tile, BandMatrix& A, Lines rows, Lines columns);
