@@ -34,7 +34,7 @@ template <int N>
 void creepingLaw(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
   result.plasticIncrement = 0.1 * input.STRAN();
   result.SGTOT = input.SIGMA - CALTEN(input.DMANX(), result.plasticIncrement);
-  state.INTVAR[internal::elasticFlag] = 1.0;
+  state.INTVAR[internal::elasticFlag] = 0.0;
 }
 
 /// One component at one point, with its records.
