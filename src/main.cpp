@@ -5,7 +5,7 @@
 
 #include "analysis/driver.h"
 #include "foundation/floating_point.h"
-#include "foundation/signals.h"
+#include "foundation/process.h"
 #include "job/file_set.h"
 #include "job/head.h"
 #include "job/job.h"
@@ -37,6 +37,7 @@ std::unique_ptr<Kernel> makeKernel(const Job& job) {
 ExitStatus runJob() {
   flushSubnormals();
   reportFailedWritesAsErrors();
+  secureStandardStreams();
   Job job;
   RunStage stage = RunStage::beforeKernel;
   try {

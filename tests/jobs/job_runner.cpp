@@ -73,7 +73,7 @@ std::string JobFolder::read(const std::string& name) const {
 
 JobOutcome runJob(const JobFolder& folder, const std::string& deck, const std::string& limits) {
   const std::string command = "cd '" + folder.path().string() + "' && { " + (limits.empty() ? ":" : limits) +
-                              "; FOR005='" + deck + "' timeout 120 " ZEMA_PROGRAM " 2>&1 </dev/null; }";
+                              "; FOR005='" + deck + "' timeout 120 " ZEMA_PROGRAM " </dev/null; } 2>&1";
   FILE* pipe = popen(command.c_str(), "r");
   JobOutcome outcome;
   std::array<char, 4096> piece{};
