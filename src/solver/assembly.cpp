@@ -58,7 +58,8 @@ class Assembly {
     bool anyPulls = false;
     for (int p = 0; p < system_.NTOTV && !anyPulls; ++p) anyPulls = pulls(p);
     if (!anyPulls) return;
-    for (int e = 0; e < source_.elements(); ++e) pulling_[index(e)] = std::ranges::any_of(source_.positions(e), pulls);
+    for (int e = 0; e < source_.elements(); ++e)
+      pulling_[index(e)] = std::ranges::any_of(source_.positions(e), pulls) ? 1 : 0;
     anyFormed_ = anyFormed_ || std::ranges::find(pulling_, 1) != pulling_.end();
   }
 
