@@ -19,32 +19,36 @@ inline constexpr std::string_view line = " PROGRAMA DETENIDO EN LA SUBROUTINA JA
 /// Throws PlainStop with the listing's lines on an element whose Jacobian is not positive; element counts from 1.
 [[noreturn]] void stopAtJacobian(std::string_view firstLine, int element);
 
-/// Coordinates of a point: sum over nodes of ELCOD (coordinate x node) SHAPEN.
+/// Coordinates of a point: sum over nodes of ELCOD (node x coordinate) SHAPEN.
 template <int NDIM, int NNODE>
-[[nodiscard]] constexpr Vector<NDIM> GPCOD(const Matrix<NDIM, NNODE>& ELCOD, const Vector<NNODE>& SHAPEN) {
-  return CALTEN(ELCOD, SHAPEN);
+[[nodiscard]] constexpr Vector<NDIM> GPCOD(const Matrix<NNODE, NDIM>& ELCOD, const Vector<NNODE>& SHAPEN) {
+  return PROMA1(Matrix<1, NNODE>{SHAPEN}, ELCOD).values;
 }
 
 /// `JACOB3D`, `JACOB2D`: fills CARTD (derivatives in global coordinates, coordinate x node) from DERIV (natural
-/// coordinate x node) and the node coordinates ELCOD (coordinate x node), and returns the determinant of the Jacobian.
+/// coordinate x node) and the node coordinates ELCOD (node x coordinate), and returns the determinant of the Jacobian.
 /// Throws PlainStop when it is not positive.
 template <int NDIM, int NNODE>
-[[nodiscard]] inline double JACOB(const Matrix<NDIM, NNODE>& DERIV, const Matrix<NDIM, NNODE>& ELCOD, int element,
+[[nodiscard]] inline double JACOB(const Matrix<NDIM, NNODE>& DERIV, const Matrix<NNODE, NDIM>& ELCOD, int element,
                                   Matrix<NDIM, NNODE>& CARTD) {
-  const Matrix<NDIM> XJACM = PROMAT(DERIV, ELCOD);  // d x_i / d xi_k in row k
+  const Matrix<NDIM> XJACM = PROMA1(DERIV, ELCOD);  // d x_i / d xi_k in row k
   const double DJACB = DETERM3D(XJACM);
   if (!(DJACB > 0.0)) stopAtJacobian(NDIM == 3 ? jacobian_stop::solid : jacobian_stop::surface, element);
   Matrix<NDIM> XJACI;
   static_cast<void>(INVERT3D(XJACM, XJACI));
-  CARTD = PROMA1(XJACI, DERIV);
+  for (int i = 0; i < NDIM; ++i)
+    for (int a = 0; a < NNODE; ++a) {
+      CARTD(i, a) = XJACI(i, 0) * DERIV(0, a);
+      for (int k = 1; k < NDIM; ++k) CARTD(i, a) += XJACI(i, k) * DERIV(k, a);
+    }
   return DJACB;
 }
 
 /// `JACOB2D` of a surface in space: the scale of the surface element, |dx/ds x dx/dt|, from DERIV (2 x nodes) and the
-/// node coordinates ELCOD (3 x nodes). Throws PlainStop when it is not positive.
+/// node coordinates ELCOD (nodes x 3). Throws PlainStop when it is not positive.
 template <int NNODE>
-[[nodiscard]] double JACOB2D(const Matrix<2, NNODE>& DERIV, const Matrix<3, NNODE>& ELCOD, int element) {
-  const Matrix<2, 3> tangents = PROMAT(DERIV, ELCOD);
+[[nodiscard]] double JACOB2D(const Matrix<2, NNODE>& DERIV, const Matrix<NNODE, 3>& ELCOD, int element) {
+  const Matrix<2, 3> tangents = PROMA1(DERIV, ELCOD);
   const double x = tangents(0, 1) * tangents(1, 2) - tangents(0, 2) * tangents(1, 1);
   const double y = tangents(0, 2) * tangents(1, 0) - tangents(0, 0) * tangents(1, 2);
   const double z = tangents(0, 0) * tangents(1, 1) - tangents(0, 1) * tangents(1, 0);
@@ -61,17 +65,15 @@ struct LineJacobian {
   Matrix<1, NNODE> CARTD{};  ///< derivatives along the line
 };
 
-/// `JACOB1D`: a line in the plane or in space. Throws PlainStop when its length is not positive.
+/// `JACOB1D`: a line in the plane or in space, ELCOD node x coordinate. Throws PlainStop when its length is not
+/// positive.
 template <int NDIM, int NNODE>
-[[nodiscard]] LineJacobian<NDIM, NNODE> JACOB1D(const Matrix<1, NNODE>& DERIV, const Matrix<NDIM, NNODE>& ELCOD,
+[[nodiscard]] LineJacobian<NDIM, NNODE> JACOB1D(const Matrix<1, NNODE>& DERIV, const Matrix<NNODE, NDIM>& ELCOD,
                                                 int element) {
   LineJacobian<NDIM, NNODE> line;
+  line.TRANF = PROMA1(DERIV, ELCOD).values;
   double squares = 0.0;
-  for (int i = 0; i < NDIM; ++i) {
-    double& tangent = line.TRANF[static_cast<std::size_t>(i)];
-    for (int a = 0; a < NNODE; ++a) tangent += ELCOD(i, a) * DERIV(0, a);
-    squares += tangent * tangent;
-  }
+  for (const double tangent : line.TRANF) squares += tangent * tangent;
   line.DJACB = std::sqrt(squares);
   if (!(line.DJACB > 0.0)) stopAtJacobian(jacobian_stop::line, element);
   for (double& tangent : line.TRANF) tangent /= line.DJACB;

@@ -9,15 +9,15 @@ namespace zema {
 /// Infinitesimal strain of the displacement gradient, or Green-Lagrange strain of the deformation gradient.
 enum class StrainMeasure { small, finite };
 
-/// `GRADEF`: FGRAD(i, j) = sum over nodes of ELDIS(i, a) CARTD(j, a), both coordinate x node. With displacements it is
+/// `GRADEF`: FGRAD(i, j) = sum over nodes of ELDIS(a, i) CARTD(j, a), ELDIS node x direction. With displacements it is
 /// the displacement gradient, with positions the deformation gradient, with velocities the velocity gradient (all by
 /// reference coordinates). In the plane the third row and column stay 0.
 template <int NDIM, int NNODE>
-[[nodiscard]] Matrix<3> GRADEF(const Matrix<NDIM, NNODE>& ELDIS, const Matrix<NDIM, NNODE>& CARTD) {
-  const Matrix<NDIM> gradient = PROMAT(ELDIS, CARTD);
+[[nodiscard]] Matrix<3> GRADEF(const Matrix<NNODE, NDIM>& ELDIS, const Matrix<NDIM, NNODE>& CARTD) {
+  const Matrix<NDIM> gradient = PROMA1(CARTD, ELDIS);  // transposed
   Matrix<3> FGRAD;
   for (int i = 0; i < NDIM; ++i)
-    for (int j = 0; j < NDIM; ++j) FGRAD(i, j) = gradient(i, j);
+    for (int j = 0; j < NDIM; ++j) FGRAD(i, j) = gradient(j, i);
   return FGRAD;
 }
 

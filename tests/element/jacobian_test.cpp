@@ -9,10 +9,10 @@ namespace zema {
 namespace {
 
 /// A box of 2 x 4 x 6 with a corner at (1, 1, 1).
-Matrix<3, 8> box() {
-  return {{1, 3, 3, 1, 1, 3, 3, 1,  //
-           1, 1, 5, 5, 1, 1, 5, 5,  //
-           1, 1, 1, 1, 7, 7, 7, 7}};
+Matrix<8, 3> box() {
+  return transpose(Matrix<3, 8>{{1, 3, 3, 1, 1, 3, 3, 1,  //
+                                 1, 1, 5, 5, 1, 1, 5, 5,  //
+                                 1, 1, 1, 1, 7, 7, 7, 7}});
 }
 
 template <class Call>
@@ -42,29 +42,29 @@ TEST(Jacobian, BoxScalesEachDirectionByHalfItsEdge) {
 }
 
 TEST(Jacobian, DerivativesOfADistortedBrickReproduceCoordinates) {
-  Matrix<3, 8> ELCOD = box();
-  ELCOD(0, 6) += 0.4;
+  Matrix<8, 3> ELCOD = box();
+  ELCOD(6, 0) += 0.4;
   ELCOD(1, 1) -= 0.3;
-  ELCOD(2, 4) += 0.5;
+  ELCOD(4, 2) += 0.5;
   Matrix<3, 8> CARTD;
 
   ASSERT_GT(JACOB(SFR3D<8>(0.3, -0.2, 0.6).DERIV, ELCOD, 1, CARTD), 0.0);
 
-  const Matrix<3> unit = PROMAT(ELCOD, CARTD);  // d x_i / d x_j
+  const Matrix<3> unit = PROMA1(CARTD, ELCOD);  // d x_j / d x_i
   for (int i = 0; i < 3; ++i)
     for (int j = 0; j < 3; ++j) EXPECT_NEAR(unit(i, j), i == j ? 1.0 : 0.0, 1e-14);
 }
 
 TEST(Jacobian, TetrahedronHasSixTimesItsVolume) {
-  const Matrix<3, 4> ELCOD{{0, 2, 0, 0, 0, 0, 3, 0, 0, 0, 0, 4}};
+  const Matrix<4, 3> ELCOD{{0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 4}};
   Matrix<3, 4> CARTD;
 
   EXPECT_NEAR(JACOB(SFR3D<4>(0.25, 0.25, 0.25).DERIV, ELCOD, 1, CARTD), 24.0, 1e-14);
 }
 
 TEST(Jacobian, SurfaceInSpaceHasTwiceTheAreaOfItsTriangle) {
-  const Matrix<3, 3> ELCOD{{0, 3, 0, 0, 0, 4, 0, 0, 0}};   // right angle, legs 3 and 4, in the plane z = 0
-  const Matrix<3, 3> tilted{{0, 0, 0, 0, 3, 0, 0, 3, 5}};  // in the plane x = 0
+  const Matrix<3, 3> ELCOD{{0, 0, 0, 3, 0, 0, 0, 4, 0}};   // right angle, legs 3 and 4, in the plane z = 0
+  const Matrix<3, 3> tilted{{0, 0, 0, 0, 3, 3, 0, 0, 5}};  // in the plane x = 0
   const Matrix<2, 3> DERIV = SFR2D<3>(0.0, 0.0).DERIV;
 
   EXPECT_NEAR(JACOB2D(DERIV, ELCOD, 1), 12.0, 1e-14);
@@ -72,7 +72,7 @@ TEST(Jacobian, SurfaceInSpaceHasTwiceTheAreaOfItsTriangle) {
 }
 
 TEST(Jacobian, LineGivesHalfItsLengthAndTheUnitTangent) {
-  const Matrix<3, 2> ELCOD{{1, 4, 1, 1, 0, 4}};
+  const Matrix<2, 3> ELCOD{{1, 1, 0, 4, 1, 4}};
 
   const auto line = JACOB1D(SFR1D<2>(0.0).DERIV, ELCOD, 1);
 
@@ -83,13 +83,13 @@ TEST(Jacobian, LineGivesHalfItsLengthAndTheUnitTangent) {
 }
 
 TEST(Jacobian, ThatIsNotPositiveStopsWithTheElement) {
-  Matrix<3, 8> mirrored = box();
-  for (int a = 0; a < 8; ++a) mirrored(2, a) = -mirrored(2, a);
+  Matrix<8, 3> mirrored = box();
+  for (int a = 0; a < 8; ++a) mirrored(a, 2) = -mirrored(a, 2);
   Matrix<3, 8> CARTD3;
   const auto solid = [&] { return JACOB(SFR3D<8>(0, 0, 0).DERIV, mirrored, 17, CARTD3); };
   Matrix<2, 3> CARTD2;
-  const auto flat = [&] { return JACOB(SFR2D<3>(0, 0).DERIV, Matrix<2, 3>{{0, 0, 1, 0, 1, 0}}, 3, CARTD2); };
-  const auto point = [] { return JACOB1D(SFR1D<2>(0.0).DERIV, Matrix<2, 2>{}, 123456); };
+  const auto flat = [&] { return JACOB(SFR2D<3>(0, 0).DERIV, Matrix<3, 2>{{0, 0, 0, 1, 1, 0}}, 3, CARTD2); };
+  const auto point = [] { return JACOB1D(SFR1D<2>(0.0).DERIV, Matrix<2, 3>{}, 123456); };
 
   EXPECT_EQ(listingOf(solid),
             "\n\n PROGRAMA DETENIDO EN LA SUBROUTINA JACOB3D\n"

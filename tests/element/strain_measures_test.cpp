@@ -57,7 +57,7 @@ TEST(Strain, RateIsTheDerivativeOfTheStrainInTime) {
 TEST(Strain, GradientOfPositionsIsTheDeformationGradient) {
   // A tetrahedron on the axes: derivatives of its functions are rows of -1, 1.
   const Matrix<3, 4> CARTD{{-1, 1, 0, 0, -1, 0, 1, 0, -1, 0, 0, 1}};
-  const Matrix<3, 4> positions{{0, 1, 0.5, 0, 0, 0, 1, 0, 0, 0, 0, 1}};
+  const Matrix<4, 3> positions{{0, 0, 0, 1, 0, 0, 0.5, 1, 0, 0, 0, 1}};
 
   EXPECT_EQ(GRADEF(positions, CARTD), (Matrix<3>{{1, 0.5, 0, 0, 1, 0, 0, 0, 1}}));
 }

@@ -181,10 +181,10 @@ void Solid3D::addFaceLoad(const Model& model, int e, std::span<const int> places
                           std::span<double> RLOAD) const {
   assert(places.size() == nodesOfFace && values.size() == 3 * nodesOfFace);
   const std::span<const int> nodes = model.mesh.nodesOf(e);
-  Matrix<3, nodesOfFace> ELCOD;
+  Matrix<nodesOfFace, 3> ELCOD;
   for (int k = 0; k < nodesOfFace; ++k) {
     const std::span<const double> coordinates = model.mesh.coordinates(DeckNode{nodes[at(places[at(k)])]});
-    for (int i = 0; i < 3; ++i) ELCOD(i, k) = coordinates[at(i)];
+    for (int i = 0; i < 3; ++i) ELCOD(k, i) = coordinates[at(i)];
   }
   const double area = JACOB2D(SFR2D<nodesOfFace>(0.0, 0.0).DERIV, ELCOD, e + 1) / 2.0;
   // On a flat triangle the integral of N_k N_m is A / 6 for k = m and A / 12 otherwise.

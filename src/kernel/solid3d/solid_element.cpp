@@ -27,35 +27,38 @@ StrainMeasure measureOf(const Model& model) {
   return model.control.LARGE == 0 ? StrainMeasure::small : StrainMeasure::finite;
 }
 
-/// ELCOD: reference coordinates, coordinate x node.
+/// Values of three directions at the nodes of an element.
 template <int NNODE>
-Matrix<3, NNODE> referenceCoordinates(const SolidElement<NNODE>& element) {
+using NodalVectors = Matrix<NNODE, 3>;
+
+/// ELCOD: reference coordinates.
+template <int NNODE>
+NodalVectors<NNODE> referenceCoordinates(const SolidElement<NNODE>& element) {
   const Mesh& mesh = element.model.mesh;
   const std::span<const int> nodes = mesh.nodesOf(element.e);
-  Matrix<3, NNODE> ELCOD;
+  NodalVectors<NNODE> ELCOD;
   for (int a = 0; a < NNODE; ++a) {
     const std::span<const double> coordinates = mesh.coordinates(DeckNode{nodes[at(a)]});
-    for (int i = 0; i < 3; ++i) ELCOD(i, a) = coordinates[at(i)];
+    for (int i = 0; i < 3; ++i) ELCOD(a, i) = coordinates[at(i)];
   }
   return ELCOD;
 }
 
-/// A column of TDISP at the nodes of an element, direction x node: 0 displacement, 1 velocity.
+/// A column of TDISP at the nodes of an element: 0 displacement, 1 velocity.
 template <int NNODE>
-Matrix<3, NNODE> nodalValues(const SolidElement<NNODE>& element, int column) {
+NodalVectors<NNODE> nodalValues(const SolidElement<NNODE>& element, int column) {
   const std::span<const int> positions = element.model.positions.of(element.e);
   assert(positions.size() == 3 * NNODE);
   const double* const values = element.model.working.TDISP.data() + at(column) * at(element.model.mesh.NTOTV);
-  Matrix<3, NNODE> nodal;
-  for (int a = 0; a < NNODE; ++a)
-    for (int i = 0; i < 3; ++i) nodal(i, a) = values[at(positions[at(3 * a + i)])];
+  NodalVectors<NNODE> nodal;
+  for (std::size_t k = 0; k < nodal.values.size(); ++k) nodal.values[k] = values[at(positions[k])];
   return nodal;
 }
 
 /// ELDIS: displacements, or with finite strain positions.
 template <int NNODE>
-Matrix<3, NNODE> displacementsOrPositions(const SolidElement<NNODE>& element, const Matrix<3, NNODE>& ELCOD) {
-  Matrix<3, NNODE> ELDIS = nodalValues(element, 0);
+NodalVectors<NNODE> displacementsOrPositions(const SolidElement<NNODE>& element, const NodalVectors<NNODE>& ELCOD) {
+  NodalVectors<NNODE> ELDIS = nodalValues(element, 0);
   if (measureOf(element.model) == StrainMeasure::finite)
     for (std::size_t k = 0; k < ELDIS.values.size(); ++k) ELDIS.values[k] += ELCOD.values[k];
   return ELDIS;
@@ -120,7 +123,7 @@ int placeInCube(const ElementData& element, PointIndex point) {
 
 template <int NNODE>
 double volume(const SolidElement<NNODE>& element) {
-  const Matrix<3, NNODE> ELCOD = referenceCoordinates(element);
+  const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
   double sum = 0.0;
   for (const ReferencePoint<3, NNODE>& point : element.points) {
     Matrix<3, NNODE> CARTD;
@@ -131,7 +134,7 @@ double volume(const SolidElement<NNODE>& element) {
 
 template <int NNODE>
 void addBodyForce(const SolidElement<NNODE>& element, std::span<const double> force, std::span<double> RLOAD) {
-  const Matrix<3, NNODE> ELCOD = referenceCoordinates(element);
+  const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
   for (const ReferencePoint<3, NNODE>& point : element.points) {
     Matrix<3, NNODE> CARTD;
     const double dV = JACOB(point.shape.DERIV, ELCOD, element.e + 1, CARTD) * point.weight;
@@ -142,7 +145,7 @@ void addBodyForce(const SolidElement<NNODE>& element, std::span<const double> fo
 
 template <int NNODE>
 Matrix<3> gradientAt(const SolidElement<NNODE>& element, std::size_t point) {
-  const Matrix<3, NNODE> ELCOD = referenceCoordinates(element);
+  const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
   Matrix<3, NNODE> CARTD;
   static_cast<void>(JACOB(element.points[point].shape.DERIV, ELCOD, element.e + 1, CARTD));
   return GRADEF(displacementsOrPositions(element, ELCOD), CARTD);
@@ -152,8 +155,8 @@ template <int NNODE>
 void RIGI(const SolidElement<NNODE>& element, std::span<double> ESTIF) {
   const Model& model = element.model;
   const bool finite = measureOf(model) == StrainMeasure::finite;
-  const Matrix<3, NNODE> ELCOD = referenceCoordinates(element);
-  const Matrix<3, NNODE> ELDIS = finite ? displacementsOrPositions(element, ELCOD) : Matrix<3, NNODE>{};
+  const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
+  const NodalVectors<NNODE> ELDIS = finite ? displacementsOrPositions(element, ELCOD) : NodalVectors<NNODE>{};
   StiffnessSum<Kin, NNODE> sum;
   for (const ReferencePoint<3, NNODE>& point : element.points) {
     Matrix<3, NNODE> CARTD;
@@ -184,9 +187,9 @@ EnergySums RESIDU(const SolidElement<NNODE>& element, double thickness, Model& m
   const StrainMeasure measure = measureOf(model);
   const bool active = model.active(element.data());
   const bool dynamic = model.loadStep.IDINA != 0;
-  const Matrix<3, NNODE> ELCOD = referenceCoordinates(element);
-  const Matrix<3, NNODE> ELDIS = displacementsOrPositions(element, ELCOD);
-  const Matrix<3, NNODE> velocities = dynamic ? nodalValues(element, 1) : Matrix<3, NNODE>{};
+  const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
+  const NodalVectors<NNODE> ELDIS = displacementsOrPositions(element, ELCOD);
+  const NodalVectors<NNODE> velocities = dynamic ? nodalValues(element, 1) : NodalVectors<NNODE>{};
   NodalForces<Kin, NNODE> internal;
   NodalForces<Kin, NNODE> predicted;
   EnergySums sums;
