@@ -198,7 +198,7 @@ EnergySums RESIDU(const SolidElement<NNODE>& element, double thickness, Model& m
     double dV = JACOB(point.shape.DERIV, ELCOD, element.e + 1, CARTD) * point.weight;
     if (thickness != 0.0) dV *= thickness;
     const Matrix<3> FGRAD = GRADEF(ELDIS, CARTD);
-    const Matrix<3> velocityGradient = GRADEF(velocities, CARTD);
+    const Matrix<3> velocityGradient = dynamic ? GRADEF(velocities, CARTD) : Matrix<3>{};
     ResidualPoint here = strainAt(model, active, element.e, placeInCube(element.data(), point.index), FGRAD,
                                   dynamic ? &velocityGradient : nullptr);
     here.update.dV = dV;
