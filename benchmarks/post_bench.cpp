@@ -31,7 +31,9 @@ zema::Model rowOfBricks() {
   mesh.numbering = zema::NodeNumbering(nodes);
   for (int node = 0; node < nodes; ++node) {
     const int corner = node % 4;
-    mesh.COORD.insert(mesh.COORD.end(), {0.1 * (node / 4), corner == 1 || corner == 2 ? 1.0 : 0.0, corner / 2 * 1.0});
+    const int section = node / 4;
+    mesh.COORD.insert(mesh.COORD.end(),
+                      {0.1 * section, corner == 1 || corner == 2 ? 1.0 : 0.0, corner >= 2 ? 1.0 : 0.0});
     mesh.NDOFP.push_back(3);
     mesh.lastDof.push_back(3 * node + 3);
   }
@@ -117,14 +119,14 @@ void postStressesByPrintf(benchmark::State& state) {
   const PostFile file;
   std::int64_t bytes = 0;
   for (auto _ : state) {
-    std::FILE* out = std::fopen(file.path().c_str(), "w");
+    const std::unique_ptr<std::FILE, int (*)(std::FILE*)> out(std::fopen(file.path().c_str(), "w"), std::fclose);
     for (int e = 0; e < bricks; ++e)
       for (int p = 0; p < points; ++p) {
         const double* s = model.points.mechanical(zema::StateSlot::committed, e, p, 0).data();
-        std::fprintf(out, "%5s%25.15f%25.15f%25.15f%25.15f%25.15f%25.15f\n",
+        std::fprintf(out.get(), "%5s%25.15f%25.15f%25.15f%25.15f%25.15f%25.15f\n",
                      p == 0 ? std::to_string(e + 1).c_str() : "", s[0], s[1], s[3], s[2], s[4], s[5]);
       }
-    std::fclose(out);
+    std::fflush(out.get());
     bytes += file.size();
   }
   state.SetBytesProcessed(bytes);

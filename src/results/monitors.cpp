@@ -17,8 +17,10 @@ void scatter(const Model& model, int e, std::span<const double> ofElement, std::
   for (std::size_t k = 0; k < positions.size(); ++k) all[static_cast<std::size_t>(positions[k])] += ofElement[k];
 }
 
+/// A vector over all positions.
 std::vector<double> zeros(const Model& model) {
-  return std::vector<double>(static_cast<std::size_t>(model.mesh.NTOTV), 0.0);
+  std::vector<double> all(static_cast<std::size_t>(model.mesh.NTOTV), 0.0);
+  return all;
 }
 
 double norm(const std::vector<double>& v) {

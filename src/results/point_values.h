@@ -11,11 +11,11 @@ namespace zema {
 
 /// A record of the point store and the point that it belongs to.
 struct PointRecord {
-  StateSlot slot;
-  int e;             ///< element, from 0
-  PointIndex point;  ///< its place in the point loops
-  int number;        ///< its number in the point store
-  int component;     ///< 0 the composite as a whole, else LOCMA of a simple material
+  StateSlot slot = StateSlot::committed;
+  int e = 0;          ///< element, from 0
+  PointIndex point;   ///< its place in the point loops
+  int number = 0;     ///< its number in the point store
+  int component = 0;  ///< 0 the composite as a whole, else LOCMA of a simple material
 };
 
 /// Room for the components of a tensor in any kernel; `outputTensor` says how many count.

@@ -67,8 +67,8 @@ struct PostProfile {
 
 /// A line of the listing for elements with from <= NTYPE < below.
 struct LineByType {
-  int from;
-  int below;
+  int from = 0;
+  int below = 0;
   Layout text;
 };
 
@@ -116,8 +116,8 @@ struct CurveProfile {
 
 /// The energy and damage monitors of a kernel.
 struct MonitorProfile {
-  int typesBelow;        ///< the listing shows the monitors when NTYPE is below
-  bool damageForceFile;  ///< the increments of the frequency records leave DANFU in "Danyo.txt"
+  int typesBelow = 0;            ///< the listing shows the monitors when NTYPE is below
+  bool damageForceFile = false;  ///< the increments of the frequency records leave DANFU in "Danyo.txt"
 };
 
 /// Everything that the results need to know about a kernel.

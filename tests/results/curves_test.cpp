@@ -118,8 +118,8 @@ TEST_F(CurvesTest, MotionOfANodeByColumn) {
 TEST_F(CurvesTest, ReactionsOfOneNodeAndOfAllThatAreHeld) {
   model.working.NOFIX = {4, 2, 4, 7};
   model.fixities.TREACM = {1.0, 0.0, 0.0, 10.0, 0.0, 0.0, 0.0, 0.0, 0.0, 100.0, 0.0, 0.0};
-  for (const std::size_t node : {1U, 3U, 6U}) model.working.IFFIX[3 * node] = 1;
-  model.working.FIXEM[3 * 6] = 0.1;  // node 7 is driven
+  for (const std::size_t position : {3U, 9U, 18U}) model.working.IFFIX[position] = 1;
+  model.working.FIXEM[18] = 0.1;  // node 7 is driven
 
   EXPECT_EQ(value("Y-TREAC", {4, 1, 0, 0, 0}), 1.0);
   EXPECT_EQ(value("Y-TREAC", {7, 1, 0, 0, 0}), 100.0);
