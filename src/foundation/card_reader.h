@@ -59,6 +59,8 @@ class CardReader {
   [[noreturn]] void fault(std::string_view field, double found, std::string_view expected) const;
 
   [[nodiscard]] const std::string& fileName() const { return fileName_; }
+  /// Bytes of the whole text.
+  [[nodiscard]] std::size_t size() const { return text_.size(); }
   /// Line of the item read last, from 1.
   [[nodiscard]] int lineNumber() const { return itemLine_; }
 

@@ -2,6 +2,7 @@
 #include "job/head.h"
 
 #include <array>
+#include <string>
 
 #include "foundation/dotted_label.h"
 #include "job/job.h"
@@ -97,6 +98,20 @@ void readSizes(Job& job, HeadForm form) {
   deck.read("KFREC", control.KFREC);
 }
 
+/// A deck cannot hold more cards than half its bytes; sizes beyond that would only ask for memory in vain.
+void checkSizesAgainstDeck(const CardReader& deck, const ControlRecord& control) {
+  const auto most = static_cast<long long>(deck.size() / 2);
+  const auto check = [&](std::string_view field, int size) {
+    if (size > most) {
+      deck.fault(field, size, "at most as many cards as a deck of " + std::to_string(deck.size()) + " bytes can hold");
+    }
+  };
+  check("NPOIN", control.NPOIN);
+  check("NELEM", control.NELEM);
+  check("NMATC", control.NMATC);
+  check("NMATS", control.NMATS);
+}
+
 void writeCoupledHeading(Job& job) {
   static constexpr Layout heading(R"(17("-") / "PROBLEMA ACOPLADO" / 17("-"))");
   job.channels[channel::pairs].write(heading);
@@ -183,6 +198,7 @@ void INPU1(Job& job) {
   readSwitches(job, word->head);
   readTexts(job);
   readSizes(job, word->head);
+  checkSizesAgainstDeck(job.cards(), job.KCONT);
   if (job.KCONT.KACOP == coupled) {
     writeCoupledHeading(job);
   }
