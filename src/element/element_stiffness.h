@@ -32,7 +32,7 @@ class StiffnessSum {
   /// A row of A N_b,l: by direction, then by node.
   using Row = Vector<NEVAB>;
 
-  struct Point {
+  struct Point {  // NOLINT(cppcoreguidelines-pro-type-member-init): add() fills it
     Functions G;
     alignas(64) std::array<Row, static_cast<std::size_t>(Kin::components)> rows;
   };

@@ -11,8 +11,8 @@ namespace zema {
 namespace {
 
 struct Row {
-  RuleFamily family;
-  int points;
+  RuleFamily family{};
+  int points = 0;
   IntegrationRule rule;
 };
 

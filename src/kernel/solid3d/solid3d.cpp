@@ -159,18 +159,18 @@ int Solid3D::kindNumber(const ElementData& element) {
 }
 
 void Solid3D::prepare(Model& model) {
-  const int NELEM = model.mesh.NELEM();
-  std::vector<int> positions;
+  for (int e = 0; e < model.mesh.NELEM(); ++e) {
+    checkElement(model.mesh.element(e), e);
+    kindOf_.push_back(kindNumber(model.mesh.element(e)));
+  }
+  block_.emplace(model);
+  std::vector<int> places;
   std::vector<int> components;
-  for (int e = 0; e < NELEM; ++e) {
-    const ElementData& element = model.mesh.element(e);
-    checkElement(element, e);
-    kindOf_.push_back(kindNumber(element));
-    positions.push_back(element.NGAUS * element.NGAUS * element.NGAUS);
+  for (const ElementData& element : model.mesh.elements) {
+    places.push_back(element.NGAUS * element.NGAUS * element.NGAUS);
     components.push_back(model.composites(element.MATNO[0]).NUMAT);
   }
-  model.points = PointStore(solidProfile.NSTR1, positions, components);
-  block_.emplace(model);
+  model.points = PointStore(solidProfile.NSTR1, places, components);
   for (const Composite& composite : model.composites.all)
     thickness_.push_back(
         PROCOM_V(composite, slot::thickness, [&](int m, int place) { return model.materials(m)(place); }));
@@ -179,7 +179,7 @@ void Solid3D::prepare(Model& model) {
 
 void Solid3D::addFaceLoad(const Model& model, int e, std::span<const int> places, std::span<const double> values,
                           std::span<double> RLOAD) const {
-  assert(places.size() == nodesOfFace && values.size() == 3 * nodesOfFace);
+  assert(places.size() == nodesOfFace && values.size() == at(3 * nodesOfFace));
   const std::span<const int> nodes = model.mesh.nodesOf(e);
   Matrix<nodesOfFace, 3> ELCOD;
   for (int k = 0; k < nodesOfFace; ++k) {

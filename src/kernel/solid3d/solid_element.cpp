@@ -48,7 +48,7 @@ NodalVectors<NNODE> referenceCoordinates(const SolidElement<NNODE>& element) {
 template <int NNODE>
 NodalVectors<NNODE> nodalValues(const SolidElement<NNODE>& element, int column) {
   const std::span<const int> positions = element.model.positions.of(element.e);
-  assert(positions.size() == 3 * NNODE);
+  assert(positions.size() == at(3 * NNODE));
   const double* const values = element.model.working.TDISP.data() + at(column) * at(element.model.mesh.NTOTV);
   NodalVectors<NNODE> nodal;
   for (std::size_t k = 0; k < nodal.values.size(); ++k) nodal.values[k] = values[at(positions[k])];
@@ -170,7 +170,7 @@ void RIGI(const SolidElement<NNODE>& element, std::span<double> ESTIF) {
       sum.add(CARTD, DMATX, dV);
     }
   }
-  constexpr std::size_t NEVAB = 3 * NNODE;
+  constexpr std::size_t NEVAB = at(3 * NNODE);
   ESTIF = ESTIF.first(NEVAB * NEVAB);
   sum.writeTo(ESTIF);
   forEachReleased(element, [ESTIF](std::size_t k) {
