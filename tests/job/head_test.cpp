@@ -14,6 +14,12 @@ namespace {
 
 const std::string stars = "     * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * ";
 
+/// The line of a message: 64 characters, at the right of a field of 70.
+std::string messageLine(std::string message) {
+  message.resize(64, ' ');
+  return " -->      " + message + "\n";
+}
+
 /// A job whose files lie in a folder of their own.
 struct HeadTest : testing::Test {
   HeadTest() {
@@ -105,10 +111,9 @@ ExitStatus stopWith(Job& job, RunStage stage, const Stop& stop) {
 }
 
 TEST_F(HeadTest, AStopBeforeTheKernelIsShortAndOneInItHasTheSummary) {
-  const std::string report = "\n\n" + stars +
-                             "\n\n                         AN ERROR HAS BEEN DETECTED :\n\n"
-                             " -->        >>>> DETENIDO EN LA RUTINA CHKCON " +
-                             std::string(28, ' ') + "\n                   7.0000        -0.5000\n";
+  const std::string report = "\n\n" + stars + "\n\n                         AN ERROR HAS BEEN DETECTED :\n\n" +
+                             messageLine("  >>>> DETENIDO EN LA RUTINA CHKCON ") +
+                             "                   7.0000        -0.5000\n";
   EXPECT_EQ(stopWith(job, RunStage::beforeKernel, RunEnd("  >>>> DETENIDO EN LA RUTINA CHKCON ", 7.0, -0.5)),
             ExitStatus::normal);
   EXPECT_EQ(folder.read("2"), report);
@@ -138,8 +143,8 @@ TEST_F(HeadTest, AStopInAConstitutiveRoutineLeavesItsOwnFileAlone) {
   std::filesystem::current_path(before);
 
   EXPECT_EQ(status, ExitStatus::stopped);
-  EXPECT_EQ(folder.read("ErrMsg.dat"), "\n\n" + stars + "\n -->        >>>>  >>>>  DETENIDO EN -ECUAD- " +
-                                           std::string(29, ' ') + "\n                   3.0000         8.0000\n");
+  EXPECT_EQ(folder.read("ErrMsg.dat"), "\n\n" + stars + "\n" + messageLine("  >>>>  >>>>  DETENIDO EN -ECUAD- ") +
+                                           "                   3.0000         8.0000\n");
   EXPECT_FALSE(folder.has("2"));
 }
 
