@@ -97,7 +97,7 @@ void testSubscripts(const CardReader& cards, const Model& model, std::string_vie
 std::string readAxis(CardReader& cards, const Model& model, std::string_view card, std::span<int, 5> values) {
   constexpr std::size_t longestWord = 64;
   cards.begin(card);
-  const std::string word = cards.word("axis word").substr(0, longestWord);
+  std::string word = cards.word("axis word").substr(0, longestWord);
   const std::string_view key = keyword(word);
   const int count = valuesOf(key);
   if (count > 0) {

@@ -1,7 +1,7 @@
 // The weight acts along the turned -z axis, on the elements of the construction steps that the card lists.
 #include "input/gravity_cards.h"
 
-#include <algorithm>
+#include <array>
 
 #include "input/count_field.h"
 #include "job/job.h"
@@ -12,14 +12,20 @@ namespace zema {
 
 namespace {
 
-std::vector<int> readLoadedSteps(CardReader& cards, int NFASE) {
+/// Reads and echoes which construction steps weigh: 1 at the place of each of them, place 0 unused.
+std::vector<int> readLoadedSteps(Job& job, int NFASE) {
+  CardReader& cards = job.cards();
+  std::vector<int> loaded(static_cast<std::size_t>(NFASE) + 1, 0);
+  FreeLine echo("Fases Cargadas: ");
   cards.begin("loaded step");
   const int count = readCount(cards, "count of construction steps");
-  std::vector<int> steps;
   for (int i = 0; i < count; ++i) {
-    steps.push_back(cards.integer("construction step", 0, NFASE));
+    const int IFASE = cards.integer("construction step", 0, NFASE);
+    loaded[static_cast<std::size_t>(IFASE)] = 1;
+    echo.add(IFASE);
   }
-  return steps;
+  job.listing().line(echo);
+  return loaded;
 }
 
 double densityOf(const Model& model, const ElementData& element) {
@@ -38,15 +44,14 @@ void readGravity(Job& job, Model& model, const Kernel& kernel) {
     angle = cards.real("angle");
   }
   const double GRAVY = cards.real("GRAVY");
-  const std::vector<int> steps = readLoadedSteps(cards, model.control.NFASE);
   job.listing().write(heading);
   job.listing().line(FreeLine(angles, GRAVY));
-  job.listing().line(FreeLine("Fases Cargadas: ", steps));
+  const std::vector<int> loaded = readLoadedSteps(job, model.control.NFASE);
 
   const Matrix<3> R = CALRME(angles);
   for (int e = 0; e < model.mesh.NELEM(); ++e) {
     const ElementData& element = model.mesh.element(e);
-    if (std::ranges::find(steps, element.IFASE) == steps.end()) {
+    if (loaded[static_cast<std::size_t>(element.IFASE)] == 0) {
       continue;
     }
     const double density = densityOf(model, element);

@@ -57,10 +57,10 @@ void readTemperatures(Job& job, Model& model) {
 
 /// One loaded side, as its cards give it.
 struct Side {
-  int element;             ///< from 0
+  int element = 0;         ///< from 0
   std::vector<int> nodes;  ///< deck numbers
-  int firstPlace;          ///< place of the first node in the element's node list, from 0
-  double P;                ///< value at every node
+  int firstPlace = 0;      ///< place of the first node in the element's node list, from 0
+  double P = 0.0;          ///< value at every node
 };
 
 /// Adds the load of a side of N nodes: its terms -P dy/dt and P dx/dt both go to the first degree of freedom of a node.
