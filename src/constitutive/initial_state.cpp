@@ -6,8 +6,6 @@
 namespace zema {
 namespace {
 
-constexpr int initialHardening = 33;  // property slot: first value of the hardening parameter
-
 /// Places 8 and 14, the damage thresholds; a law with two damage variables keeps that of compression in place 14.
 struct Thresholds {
   double first;
@@ -39,14 +37,14 @@ std::array<double, internal::count> initialInternalVariables(const Material& mat
   INTVAR[internal::frictionAngle] = material(slot::frictionAngle);
   INTVAR[internal::dilatancyAngle] = material(slot::dilatancyAngle);
   INTVAR[internal::yieldStress] = material(slot::yieldStress);
-  INTVAR[internal::hardening] = material(initialHardening);
+  INTVAR[internal::hardening] = material(slot::initialHardening);
   INTVAR[internal::threshold] = thresholds.first;
   INTVAR[internal::elasticFlag] = 1.0;
   INTVAR[internal::flowScale] = 1.0;
   INTVAR[internal::reducedYieldStress] = material(slot::yieldStress);
-  INTVAR[internal::compressionDamage] = thresholds.second;
-  INTVAR[internal::tensionThreshold] = material(slot::damageStress);
-  INTVAR[internal::compressionThreshold] = material(slot::damageStress);
+  INTVAR[internal::compressionThreshold] = thresholds.second;
+  INTVAR[internal::tensionStrength] = material(slot::damageStress);
+  INTVAR[internal::compressionStrength] = material(slot::damageStress);
   return INTVAR;
 }
 

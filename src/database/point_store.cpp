@@ -15,17 +15,17 @@ PointStore::PointStore(int NSTR1, std::span<const int> points, std::span<const i
     rows += static_cast<std::size_t>(points[e]) * static_cast<std::size_t>(components[e]);
   }
   for (const std::size_t slot : {index(StateSlot::committed), index(StateSlot::trial)}) {
-    mechanical_[slot].assign(rows * LVAR1_, 0.0);
-    internal_[slot].assign(rows * LVAR2_, 0.0);
+    mechanical_[slot] = ZeroedBlock(rows * LVAR1_);
+    internal_[slot] = ZeroedBlock(rows * LVAR2_);
     for (std::size_t r = 0; r < rows; ++r) {
-      internal_[slot][r * LVAR2_ + internal::elasticFlag] = 1.0;
+      internal_[slot].data()[r * LVAR2_ + internal::elasticFlag] = 1.0;
     }
   }
 }
 
 void PointStore::commit() {
-  mechanical_[index(StateSlot::committed)] = mechanical_[index(StateSlot::trial)];
-  internal_[index(StateSlot::committed)] = internal_[index(StateSlot::trial)];
+  mechanical_[index(StateSlot::committed)].copyFrom(mechanical_[index(StateSlot::trial)]);
+  internal_[index(StateSlot::committed)].copyFrom(internal_[index(StateSlot::trial)]);
 }
 
 }  // namespace zema

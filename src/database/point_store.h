@@ -1,9 +1,12 @@
 // The state of every component at every integration point: a mechanical and an internal record, committed and trial.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <span>
 #include <vector>
+
+#include "database/zeroed_block.h"
 
 namespace zema {
 
@@ -41,13 +44,13 @@ inline constexpr int dissipation = 6;  ///< dissipated energy of damage
 inline constexpr int threshold = 7;    ///< damage threshold
 inline constexpr int elasticFlag = 8;  ///< 1 when the last step of the point was elastic
 inline constexpr int secondVariable = 9;
-inline constexpr int flowScale = 10;           ///< scale of the flow vector and the plastic strain
-inline constexpr int reducedYieldStress = 11;  ///< fatigue factor times yield stress
-inline constexpr int tensionDamage = 12;
-inline constexpr int compressionDamage = 13;
-inline constexpr int tensionThreshold = 14;
-inline constexpr int compressionThreshold = 15;
-inline constexpr int count = 16;  ///< places of INTVAR; the tangent follows
+inline constexpr int flowScale = 10;             ///< scale of the flow vector and the plastic strain
+inline constexpr int reducedYieldStress = 11;    ///< fatigue factor times yield stress
+inline constexpr int compressionDamage = 12;     ///< damage under compression of the two-sided damage laws
+inline constexpr int compressionThreshold = 13;  ///< its threshold; places 6 and 8 are those of tension
+inline constexpr int tensionStrength = 14;       ///< initial threshold of tension
+inline constexpr int compressionStrength = 15;   ///< initial threshold of compression
+inline constexpr int count = 16;                 ///< places of INTVAR; the tangent follows
 }  // namespace internal
 
 /// Rows of all points, addressed by element, point and component. Component 0 is the composite as a whole,
@@ -88,11 +91,10 @@ class PointStore {
            static_cast<std::size_t>(point) * static_cast<std::size_t>(components_[static_cast<std::size_t>(e)]) +
            static_cast<std::size_t>(component);
   }
-  [[nodiscard]] static std::span<double> record(std::vector<double>& all, std::size_t length, std::size_t row) {
+  [[nodiscard]] static std::span<double> record(ZeroedBlock& all, std::size_t length, std::size_t row) {
     return {all.data() + row * length, length};
   }
-  [[nodiscard]] static std::span<const double> record(const std::vector<double>& all, std::size_t length,
-                                                      std::size_t row) {
+  [[nodiscard]] static std::span<const double> record(const ZeroedBlock& all, std::size_t length, std::size_t row) {
     return {all.data() + row * length, length};
   }
 
@@ -102,8 +104,8 @@ class PointStore {
   std::vector<std::size_t> first_;  // first row of an element
   std::vector<int> points_;
   std::vector<int> components_;
-  std::vector<double> mechanical_[2];
-  std::vector<double> internal_[2];
+  std::array<ZeroedBlock, 2> mechanical_;
+  std::array<ZeroedBlock, 2> internal_;
 };
 
 }  // namespace zema

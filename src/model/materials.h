@@ -40,6 +40,11 @@ inline constexpr int potentialGamma = 28;
 inline constexpr int potentialDelta = 29;
 inline constexpr int damageStress = 30;  ///< initial damage threshold
 inline constexpr int damageRatio = 31;   ///< tension / compression ratio of the damage criterion
+inline constexpr int kinematicSlope =
+    32;  ///< hardening slope of the kinematic law; fibre radius of a short-fibre layer
+inline constexpr int initialHardening =
+    33;  ///< first value of the hardening parameter; fibre length of a short-fibre layer
+inline constexpr int kinematicExponent = 34;  ///< parameter m of the kinematic law
 inline constexpr int poissonYX = 36;
 inline constexpr int youngY = 37;
 inline constexpr int poissonXZ = 38;
