@@ -256,6 +256,19 @@ TEST_F(Solid3DTest, PushedLawWithPushedTangentGivesTheSameForces) {
   expectNear(internalForce(0, 3), predicted, 1e-10);
 }
 
+TEST_F(Solid3DTest, CurrentMeasuresBelongToTheirPoint) {
+  use(test::cubeNodes, oneBrick);
+  model.control.LARGE = 1;
+  prepare();
+  test::setField(model, 0, [](const Point& x) { return Point{0.2 * x[0] * x[1], 0.0, 0.0}; });
+  Vector<6> stress{1.0, 0, 0, 0, 0, 0};
+
+  kernel->CAUCHY(model, 0, {1, 2, 1}, stress);
+
+  // F11 = det F = 1 + 0.2 y, and the first index runs along y
+  EXPECT_NEAR(stress[0], 1.0 + 0.2 * (1.0 - 0.5773502691896258) / 2.0, 1e-15);
+}
+
 class FiniteStiffness : public Solid3DTest, public testing::WithParamInterface<bool> {};
 
 TEST_P(FiniteStiffness, IsTheDerivativeOfTheInternalForce) {
@@ -405,6 +418,26 @@ TEST_F(Solid3DTest, DynamicStepRecordsTheRateOfStrain) {
 
   // E = (0, g^2 / 2, g) with g = 0.5 and its rate 2: (0, g g', g')
   expectNear(strain(model.points.places().VSTRAT()).values, Vector<6>{0, 1, 2, 0, 0, 0}, 1e-15);
+}
+
+TEST_F(Solid3DTest, RateOfStrainOfALateElementStartsFromZeroToo) {
+  use(test::cubeNodes, oneBrick);
+  model.loadStep.IDINA = 1;
+  model.loadStep.ACTIV = {0, 0};
+  prepare();
+  const MechanicalPlaces places = model.points.places();
+  test::setField(model, 1, [](const Point& x) { return Point{2.0 * x[0], 0.0, 0.0}; });
+  kernel->RESIDU(model, 0);
+  model.points.commit();
+
+  model.loadStep.ACTIV = {1, 1};
+  test::setField(model, 0, [](const Point& x) { return Point{0.01 * x[0], 0.0, 0.0}; });
+  test::setField(model, 1, [](const Point& x) { return Point{5.0 * x[0], 0.0, 0.0}; });
+  kernel->RESIDU(model, 0);
+
+  EXPECT_NEAR(strain(places.VSTRFAS())[0], -2.0, 1e-14);
+  EXPECT_NEAR(strain(places.VSTRAT())[0], 3.0, 1e-14);
+  EXPECT_NEAR(strain(places.STRAT())[0], 0.01, 1e-16);
 }
 
 TEST_F(Solid3DTest, CommittedStateIsReadAndTheTrialStateWritten) {
