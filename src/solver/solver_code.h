@@ -10,8 +10,7 @@ enum class SolverCode : int {
   gmres = 3,         ///< restarted GMRES, element by element
   bandCholesky = 4,  ///< lower half of the band, symmetric positive definite
   bandLDL = 5,       ///< lower half of the band, symmetric, may be indefinite
-  sparse = 6,        ///< sparse direct
-  denseGauss = 10    ///< dense elimination, beams only
+  sparse = 6         ///< sparse direct
 };
 
 }  // namespace zema
