@@ -15,7 +15,7 @@ struct ShapeFunctions {
 };
 
 /// `SFR3D`: the solid of 4 nodes (linear tetrahedron, nodes (0,0,0), (1,0,0), (0,1,0), (0,0,1)) or of 8 nodes
-/// (trilinear brick, the corners of t-u planes counter-clockwise from (-1,-1,-1), first the face u = -1). There is no
+/// (trilinear brick, corners counter-clockwise from (-1,-1) in the plane u = -1, then in the plane u = 1). There is no
 /// other solid.
 template <int NNODE>
 [[nodiscard]] constexpr ShapeFunctions<3, NNODE> SFR3D(double s, double t, double u) {
