@@ -8,12 +8,10 @@ The last increment of the result file is drawn. Without --scale the largest disp
 
 import argparse
 import math
-import re
 
 BRICK_FACES = ((0, 3, 2, 1), (4, 5, 6, 7), (0, 1, 5, 4), (1, 2, 6, 5), (2, 3, 7, 6), (3, 0, 4, 7))
 TETRA_FACES = ((0, 2, 1), (0, 1, 3), (1, 2, 3), (2, 0, 3))
 COMPONENTS = ("xx", "yy", "zz", "xy", "xz", "yz")
-REAL = re.compile(r"[-+]?(?:\d+\.?\d*|\.\d+)(?:E[-+]?\d+)?")
 
 
 def read_mesh(path):
@@ -25,7 +23,8 @@ def read_mesh(path):
         elif word.lower().startswith("end"):
             section = None
         elif section == "Coordinates":
-            nodes[int(line[:9])] = tuple(float(v) for v in REAL.findall(line[9:]))
+            # The values touch each other, so they are found by their columns.
+            nodes[int(line[:9])] = tuple(float(line[at:at + 12]) for at in (9, 21, 33))
         elif section == "Elements":
             fields = [int(v) for v in line.split()]
             elements[fields[0]] = fields[1:-1]
@@ -90,7 +89,7 @@ def projector(turn):
     return project
 
 
-def picture(nodes, faces, displacements, value_of, scale, turn, title, label):
+def picture(nodes, faces, displacements, value_of, scale, turn, title):
     project = projector(turn)
     moved = {n: project([c + scale * d for c, d in zip(x, displacements.get(n, (0, 0, 0)))]) for n, x in nodes.items()}
     values = [value_of(face) for face in faces]
@@ -99,20 +98,22 @@ def picture(nodes, faces, displacements, value_of, scale, turn, title, label):
     xs, ys = [p[0] for p in moved.values()], [p[1] for p in moved.values()]
     zoom = min(760 / (max(xs) - min(xs) or 1), 380 / (max(ys) - min(ys) or 1))
     height = (max(ys) - min(ys)) * zoom + 110
+    left = (800 - (max(xs) - min(xs)) * zoom) / 2
+    line_width = 0.5 if len(faces) < 1000 else 0.2
 
     def place(n):
-        return f"{(moved[n][0] - min(xs)) * zoom + 20:.1f},{(max(ys) - moved[n][1]) * zoom + 45:.1f}"
+        return f"{(moved[n][0] - min(xs)) * zoom + left:.1f},{(max(ys) - moved[n][1]) * zoom + 45:.1f}"
 
     drawn = sorted(zip(faces, values), key=lambda item: -sum(moved[n][2] for n in item[0][1]) / len(item[0][1]))
     lines = [f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 800 {height:.0f}" font-family="sans-serif" font-size="13">',
              f'<rect width="800" height="{height:.0f}" fill="white"/>', f'<text x="20" y="24">{title}</text>']
     for (_, corners), value in drawn:
         points = " ".join(place(n) for n in corners)
-        lines.append(f'<polygon points="{points}" fill="{colour((value - low) / span)}" stroke="#333" stroke-width="0.5"/>')
+        lines.append(f'<polygon points="{points}" fill="{colour((value - low) / span)}" stroke="#333" stroke-width="{line_width}"/>')
     for i in range(60):
         lines.append(f'<rect x="{250 + 5 * i}" y="{height - 34:.0f}" width="5" height="12" fill="{colour(i / 59)}"/>')
     lines += [f'<text x="240" y="{height - 23:.0f}" text-anchor="end">{low:.4g}</text>',
-              f'<text x="560" y="{height - 23:.0f}">{high:.4g}   {label}</text>', "</svg>"]
+              f'<text x="560" y="{height - 23:.0f}">{high:.4g}</text>', "</svg>"]
     return "\n".join(lines) + "\n"
 
 
@@ -134,13 +135,13 @@ def main():
     if options.stress:
         faces = [f for f in outer_faces({e: elements[e] for e in stresses})]
         component = COMPONENTS.index(options.stress)
-        value_of, label = (lambda f: stresses[f[0]][component]), f"stress {options.stress}, mean of an element"
+        value_of, label = (lambda f: stresses[f[0]][component]), f"stress {options.stress}, mean of each element"
     else:
         faces = outer_faces(elements)
         value_of, label = (lambda f: sum(size[n] for n in f[1]) / len(f[1])), "displacement"
-    title = f"{options.title}  (displacements x {options.scale:.3g})".strip()
+    title = f"{options.title + ': ' if options.title else ''}{label} (displacements drawn x {options.scale:.3g})"
     with open(options.picture, "w", encoding="utf-8") as out:
-        out.write(picture(nodes, faces, displacements, value_of, options.scale, options.turn, title, label))
+        out.write(picture(nodes, faces, displacements, value_of, options.scale, options.turn, title))
 
 
 if __name__ == "__main__":
