@@ -7,14 +7,23 @@ HERE = pathlib.Path(__file__).parent
 
 
 class Block:
-    """A block of nx x ny x nz bricks; node and element numbers run along x, then y, then z."""
+    """A block of nx x ny x nz bricks; element numbers run along x, then y, then z.
+
+    Node numbers run first along the direction with the fewest bricks and last along the one with the most: that keeps
+    the numbers within a brick close together, and the band of the equations narrow.
+    """
 
     def __init__(self, nx, ny, nz, lengths):
         self.n = (nx, ny, nz)
         self.lengths = lengths
+        self.strides = [0, 0, 0]
+        stride = 1
+        for axis in sorted(range(3), key=lambda a: self.n[a]):
+            self.strides[axis] = stride
+            stride *= self.n[axis] + 1
 
     def node(self, i, j, k):
-        return 1 + i + (self.n[0] + 1) * (j + (self.n[1] + 1) * k)
+        return 1 + sum(place * stride for place, stride in zip((i, j, k), self.strides))
 
     def places(self):
         for k in range(self.n[2] + 1):
@@ -23,7 +32,7 @@ class Block:
                     yield i, j, k
 
     def node_cards(self):
-        for place in self.places():
+        for place in sorted(self.places(), key=lambda p: self.node(*p)):
             x = [p * length / n for p, length, n in zip(place, self.lengths, self.n)]
             yield f"{self.node(*place)} " + " ".join(f"{v:.10g}" for v in x)
 
@@ -33,9 +42,8 @@ class Block:
             for j in range(self.n[1]):
                 for i in range(self.n[0]):
                     number += 1
-                    low = [self.node(i, j, k), self.node(i + 1, j, k), self.node(i + 1, j + 1, k), self.node(i, j + 1, k)]
-                    layer = (self.n[0] + 1) * (self.n[1] + 1)
-                    nodes = low + [n + layer for n in low]
+                    low = ((i, j), (i + 1, j), (i + 1, j + 1), (i, j + 1))
+                    nodes = [self.node(x, y, z) for z in (k, k + 1) for x, y in low]
                     yield (f"{number} {composite(i, j, k)} 0 1.0 6 {step(i, j, k)} 8 2 1 "
                            + " ".join(map(str, nodes)) + " 3*0.0")
 
@@ -134,57 +142,66 @@ def spread(block, total, where):
 
 
 def cantilever():
-    block = Block(16, 2, 4, (8.0, 0.5, 1.0))
+    block = Block(48, 2, 4, (8.0, 0.5, 1.0))
     last = block.node(*block.n)
-    tip = block.node(16, 0, 2)
+    tip = block.node(48, 1, 2)
     step = load_step("end load", clamped(block), [increment(2, 0.5)], 2, last_node=last,
-                     point_loads=spread(block, (0, 0, -50.0), lambda p: p[0] == 16))
+                     point_loads=spread(block, (0, 0, -50.0), lambda p: p[0] == 48))
     curves = [curve("tip deflection", "X-DISPL", [f"{tip} 3 1"], "Y-RCTOT", ["3"])]
     deck("cantilever", block, [isotropic("steel", 210000.0, 0.3)], [[(1.0, 0.0, 1)]], [step],
          "cantilever 8 x 0.5 x 1 under an end load of 50", curves)
 
 
 def layered_plate():
-    block = Block(12, 12, 4, (120.0, 120.0, 8.0))
+    """A quarter of the plate: planes of symmetry at x = 0 and y = 0, supported edges at x = 60 and y = 60."""
+    n, half, pressure = 12, 60.0, 0.05
+    block = Block(n, n, 4, (half, half, 8.0))
     ply = material("carbon ply", (140000.0, 10000.0, 10000.0), (0.3, 0.3, 0.4), G=(5000.0, 5000.0, 3500.0))
-    core = isotropic("resin", 3500.0, 0.35)
-    edge = [(block.node(*p), 1, (0, 0, 0)) for p in block.places()
-            if p[2] == 0 and (p[0] in (0, 12) or p[1] in (0, 12))]
-    middle = {block.node(6, 6, 0): 110, block.node(0, 6, 0): 11}
-    fixities = [(n, middle.pop(n, c), v) for n, c, v in edge] + [(n, c, (0, 0, 0)) for n, c in middle.items()]
+    resin = isotropic("resin", 3500.0, 0.35)
+    fixities = []
+    for p in block.places():
+        held_x, held_y = p[0] == 0 or p[1] == n, p[1] == 0 or p[0] == n
+        held_z = p[0] == n or p[1] == n
+        code = 100 * held_x + 10 * held_y + held_z
+        if code:
+            fixities.append((block.node(*p), code, (0, 0, 0)))
     faces = []
-    per_layer = 12 * 12
-    for e in range(3 * per_layer, 4 * per_layer):
-        j, i = divmod(e - 3 * per_layer, 12)
-        n = [block.node(i, j, 4), block.node(i + 1, j, 4), block.node(i + 1, j + 1, 4), block.node(i, j + 1, 4)]
-        faces += [(e + 1, (n[0], n[1], n[2]), (0, 0, -0.05)), (e + 1, (n[0], n[2], n[3]), (0, 0, -0.05))]
+    first = 3 * n * n
+    for e in range(first, first + n * n):
+        j, i = divmod(e - first, n)
+        at = [block.node(i, j, 4), block.node(i + 1, j, 4), block.node(i + 1, j + 1, 4), block.node(i, j + 1, 4)]
+        faces += [(e + 1, (at[0], at[1], at[2]), (0, 0, -pressure)), (e + 1, (at[0], at[2], at[3]), (0, 0, -pressure))]
     step = load_step("pressure on the top", fixities, [increment(1, 1.0, output=(0, 2, 1, 0))], 1, faces=faces)
     composites = [[(1.0, 0.0, 1)], [(1.0, 90.0, 1)], [(0.45, 45.0, 1), (0.45, -45.0, 1), (0.1, 0.0, 2)]]
     order = {0: 1, 1: 2, 2: 3, 3: 1}
-    deck("layered_plate", block, [ply, core], composites, [step], "plate of plies 0 / 90 / +-45 with resin / 0",
-         composite=lambda i, j, k: order[k])
+    deck("layered_plate", block, [ply, resin], composites, [step],
+         "quarter of a plate of plies 0 / 90 / +-45 with resin / 0", composite=lambda i, j, k: order[k])
 
 
 def construction_stages():
-    block = Block(2, 2, 9, (1.0, 1.0, 9.0))
-    base = [(block.node(*p), 111, (0, 0, 0)) for p in block.places() if p[2] == 0]
-    concrete = isotropic("concrete", 30.0e6, 0.2, density=2.5)
-    steps = [load_step(f"stage {stage}: lift {stage} is cast", base, [increment(1, 1.0)], 1, active=range(1, stage + 1),
-                       gravity=(9.81, range(1, stage + 1))) for stage in (1, 2, 3)]
-    top = block.node(1, 1, 9)
-    curves = [curve("top of the pier", "X-IINCS", [], "Y-DISPL", [f"{top} 3 1"])]
-    deck("construction_stages", block, [concrete], [[(1.0, 0.0, 1)]], steps, "a pier cast in three lifts", curves,
-         step=lambda i, j, k: 1 + k // 3, stages=3)
+    """A wide fill: a column of ground of 1 x 1 that can only move up and down."""
+    block = Block(1, 1, 12, (1.0, 1.0, 12.0))
+    sides = [(block.node(*p), 111 if p[2] == 0 else 110, (0, 0, 0)) for p in block.places()]
+    ground = isotropic("compacted fill", 20000.0, 0.3, density=2.0)
+    steps = [load_step(f"lift {lift} is placed", sides, [increment(1, 1.0)], 1, active=range(1, lift + 1), keep=1,
+                       gravity=(9.81, (lift,))) for lift in (1, 2, 3)]
+    middle, top = block.node(0, 0, 8), block.node(0, 0, 12)
+    curves = [curve("top of lift 2", "X-IINCS", [], "Y-DISPL", [f"{middle} 3 1"]),
+              curve("top of lift 3", "X-IINCS", [], "Y-DISPL", [f"{top} 3 1"])]
+    deck("construction_stages", block, [ground], [[(1.0, 0.0, 1)]], steps, "a wide fill placed in three lifts of 4",
+         curves, step=lambda i, j, k: 1 + k // 4, stages=3)
 
 
 def large_deflection():
-    block = Block(20, 1, 1, (10.0, 1.0, 0.25))
+    n, length, width, depth, E = 200, 10.0, 1.0, 0.4, 2.0e6
+    block = Block(n, 1, 2, (length, width, depth))
     last = block.node(*block.n)
-    step = load_step("end load, dead", clamped(block), [increment(10, 0.1, tolerance=1e-6)], 10, last_node=last,
-                     point_loads=spread(block, (0, 0, 60.0), lambda p: p[0] == 20))
-    tip = block.node(20, 0, 0)
+    force = 3.0 * E * width * depth ** 3 / 12 / length ** 2
+    step = load_step("end load, dead", clamped(block), [increment(12, 1 / 12, tolerance=1e-7)], 12, last_node=last,
+                     point_loads=spread(block, (0, 0, force), lambda p: p[0] == n))
+    tip = block.node(n, 0, 1)
     curves = [curve("tip", "X-DISPL", [f"{tip} 3 1"], "Y-RCTOT", ["3"])]
-    deck("large_deflection", block, [isotropic("spring steel", 2.0e6, 0.0)], [[(1.0, 0.0, 1)]], [step],
+    deck("large_deflection", block, [isotropic("spring steel", E, 0.0)], [[(1.0, 0.0, 1)]], [step],
          "a strip bent far out of its plane", curves, large=1, push=2, tangent=1)
 
 
