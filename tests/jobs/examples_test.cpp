@@ -1,0 +1,111 @@
+// Runs the decks of the examples and compares what they leave with the values that stand beside them.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <set>
+#include <sstream>
+
+#include "jobs/job_runner.h"
+
+namespace zema::test {
+namespace {
+
+/// One line of an expected.csv.
+struct ExpectedValue {
+  std::string quantity;  ///< in words; may hold no comma
+  std::string block;     ///< result text of the block
+  int increment = 0;     ///< number of the block among those of its name, from 1
+  int id = 0;            ///< node, or number of the value line, from 1
+  int component = 0;     ///< column, from 1
+  double value = 0.0;
+};
+
+std::filesystem::path exampleFolder(const std::string& name) {
+  return std::filesystem::path(ZEMA_SOURCE) / "examples" / name;
+}
+
+std::string readFile(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  EXPECT_TRUE(in.good()) << path;
+  std::ostringstream all;
+  all << in.rdbuf();
+  return all.str();
+}
+
+std::vector<ExpectedValue> readExpected(const std::string& name) {
+  std::istringstream in(readFile(exampleFolder(name) / "expected.csv"));
+  std::vector<ExpectedValue> all;
+  std::string line;
+  std::getline(in, line);  // names of the columns
+  while (std::getline(in, line)) {
+    std::istringstream row(line);
+    ExpectedValue expected;
+    char comma = 0;
+    std::getline(row, expected.quantity, ',');
+    std::getline(row, expected.block, ',');
+    row >> expected.increment >> comma >> expected.id >> comma >> expected.component >> comma >> expected.value;
+    EXPECT_TRUE(row && row.peek() == EOF) << line;
+    all.push_back(expected);
+  }
+  return all;
+}
+
+/// The increment-th block (from 1) of exactly this name.
+const ResultBlock* findBlock(const std::vector<ResultBlock>& all, const std::string& name, int increment) {
+  for (const ResultBlock& block : all)
+    if (block.name == name && --increment == 0) return &block;
+  return nullptr;
+}
+
+double largest(const ResultBlock& block) {
+  double most = 0.0;
+  for (const std::vector<double>& row : block.rows)
+    for (const double value : row) most = std::max(most, std::abs(value));
+  return most;
+}
+
+/// A value of a block as an ExpectedValue names it. Nodes stand in their own order, so both kinds of id are line
+/// numbers.
+double valueOf(const ResultBlock& block, const ExpectedValue& expected) {
+  return block.rows.at(static_cast<std::size_t>(expected.id - 1)).at(static_cast<std::size_t>(expected.component - 1));
+}
+
+class Example : public testing::TestWithParam<const char*> {};
+
+TEST_P(Example, GivesTheValuesThatStandBesideItsDeck) {
+  constexpr double tolerance = 1e-6;
+  const std::vector<ExpectedValue> all = readExpected(GetParam());
+  ASSERT_GE(all.size(), 4U);
+  const JobFolder folder;
+
+  const auto results = solve(folder, readFile(exampleFolder(GetParam()) / (std::string(GetParam()) + ".dts")));
+
+  for (const ExpectedValue& expected : all) {
+    SCOPED_TRACE(expected.quantity);
+    const ResultBlock* block = findBlock(results, expected.block, expected.increment);
+    ASSERT_NE(block, nullptr) << expected.block << ", number " << expected.increment;
+    EXPECT_NEAR(valueOf(*block, expected), expected.value, tolerance * largest(*block));
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Example,
+                         testing::Values("cantilever", "layered_plate", "construction_stages", "large_deflection",
+                                         "temperature"),
+                         [](const auto& instance) { return std::string(instance.param); });
+
+TEST(Examples, EveryFolderIsTested) {
+  const std::set<std::string> tested{"cantilever", "layered_plate", "construction_stages", "large_deflection",
+                                     "temperature"};
+  std::set<std::string> found;
+
+  for (const auto& entry : std::filesystem::directory_iterator(exampleFolder("")))
+    if (entry.is_directory() && !entry.path().filename().string().starts_with("_"))
+      found.insert(entry.path().filename().string());
+
+  EXPECT_EQ(found, tested);
+}
+
+}  // namespace
+}  // namespace zema::test
