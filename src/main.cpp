@@ -35,9 +35,6 @@ std::unique_ptr<Kernel> makeKernel(const Job& job) {
 }
 
 ExitStatus runJob() {
-  flushSubnormals();
-  reportFailedWritesAsErrors();
-  secureStandardStreams();
   Job job;
   RunStage stage = RunStage::beforeKernel;
   try {
@@ -62,5 +59,13 @@ ExitStatus runJob() {
 }  // namespace zema
 
 int main() {
-  return static_cast<int>(zema::runJob());
+  zema::flushSubnormals();
+  zema::reportFailedWritesAsErrors();
+  zema::secureStandardStreams();
+  try {
+    return static_cast<int>(zema::runJob());
+  } catch (const std::exception& reason) {
+    zema::Console().warn(reason.what());
+    return static_cast<int>(zema::ExitStatus::programFault);
+  }
 }

@@ -106,7 +106,9 @@ void writeIterationBlock(Channel& channel, const LoopState& loop) {
 
 [[noreturn]] void stopWithoutConvergence(Channel& listing, const LoopState& loop) {
   static constexpr Layout bestLine(R"(" ---> NO HAY CONVERGENCIA <-- minima norma= " F14.6 2X "iteracion=" I5)");
-  listing.write(bestLine, loop.bestRatio, loop.bestIteration);
+  if (loop.bestIteration > 0) {
+    listing.write(bestLine, loop.bestRatio, loop.bestIteration);
+  }
   writeIterationBlock(listing, loop);
   throw RunEnd(" >>>>  DETENIDO en CONVER POR FALTA DE CONVERGENCIA ", 0.0, 0.0);
 }
@@ -120,17 +122,6 @@ std::size_t firstNotFinite(const Analysis& analysis) {
     }
   }
   return NTOTV;
-}
-
-/// Names the node and the degree of freedom where the solution stopped being finite.
-std::string describePosition(const Mesh& mesh, std::size_t position) {
-  const auto after = std::upper_bound(mesh.lastDof.begin(), mesh.lastDof.end(), static_cast<int>(position));
-  if (after == mesh.lastDof.end()) {
-    return "in its norm";
-  }
-  const WorkNode node{static_cast<int>(after - mesh.lastDof.begin())};
-  return "at node " + std::to_string(mesh.numbering.LPNINV(node).number) + ", degree of freedom " +
-         std::to_string(static_cast<int>(position) - mesh.firstPosition(node) + 1);
 }
 
 [[noreturn]] void stopNotFinite(Analysis& analysis) {
@@ -168,18 +159,11 @@ void addReaction(Analysis& analysis, std::size_t position, double reaction) {
   }
 }
 
-/// Adds the reactions of the iteration to the rows of the fixed nodes; a node that stands twice in the list keeps its
-/// sums in its first row.
+/// Adds the reactions of the iteration to the rows of the fixed nodes.
 void accumulateReactions(Analysis& analysis) {
   const Mesh& mesh = analysis.model.mesh;
   const std::vector<int>& NOFIX = analysis.model.working.NOFIX;
-  std::vector<char> done(static_cast<std::size_t>(mesh.NPOIN()), 0);
   for (std::size_t row = 0; row < NOFIX.size(); ++row) {
-    char& nodeDone = done[static_cast<std::size_t>(NOFIX[row] - 1)];
-    if (nodeDone != 0) {
-      continue;
-    }
-    nodeDone = 1;
     const DeckNode node{NOFIX[row]};
     for (int d = 0; d < mesh.dofsOf(node); ++d) {
       const auto position = static_cast<std::size_t>(mesh.firstPosition(node) + d);

@@ -50,6 +50,12 @@ auto timed(Job& job, double& total, Phase&& phase) {
   return phase();
 }
 
+/// Says on console and log what ends a run early or leaves it without results, although it is no fault.
+void notify(Job& job, const std::string& text) {
+  job.console.warn(text);
+  job.log().line(" ---> " + text);
+}
+
 void refuseWhatIsNotBuilt(const Job& job) {
   const ControlRecord& control = job.KCONT;
   const auto refuse = [&](const std::string& what) {
@@ -81,7 +87,7 @@ struct FrequencyCard {
   int fourth = 0;
 
   void read(CardReader& deck) {
-    deck.begin("frequency card");
+    deck.begin("frequency");
     deck.read("value 1", first);
     deck.read("value 2", second);
     deck.read("value 3", third);
@@ -137,7 +143,13 @@ class Driver {
     timed(job_, job_.times.output, [&] { GEOPOST(job_, model_, analysis_.kernel); });
     analysis_.solver = makeSolver(model_.control);
     if (!analysis_.solver) {
-      job_.console.warn("NSOLV = " + std::to_string(model_.control.NSOLV) + " names no solver: nothing will be solved");
+      notify(job_, "NSOLV = " + std::to_string(model_.control.NSOLV) + " names no solver: nothing will be solved");
+    }
+    if (model_.control.KPATH != 1 && model_.control.KPATH != 2) {
+      notify(job_, "KPATH is neither 1 nor 2: states are never committed, and reported as 0");
+    }
+    if (model_.loop.NLOAD < 1) {
+      notify(job_, "the deck asks for no load step");
     }
   }
 
@@ -162,6 +174,8 @@ class Driver {
     LoopState& loop = model_.loop;
     while (loop.INCRE <= loop.NINCS) {
       if (loop.INCRE > model_.control.NINCM) {
+        notify(job_,
+               "the run ends because the increment number passes NINCM = " + std::to_string(model_.control.NINCM));
         return Next::endOfRun;
       }
       const Next next = runIncrement();
@@ -181,8 +195,8 @@ class Driver {
     TERMEC(model_, FieldSwap::load);
     numberEquations();
     if (!INCREM(analysis_)) {
-      job_.console.warn("the deck ends before increment " + std::to_string(loop.INCRE) + " of " +
-                        std::to_string(loop.NINCS) + " of load step " + std::to_string(loop.ILOAD));
+      notify(job_, "the deck ends before increment " + std::to_string(loop.INCRE) + " of " +
+                       std::to_string(loop.NINCS) + " of load step " + std::to_string(loop.ILOAD));
       return Next::endOfDeck;
     }
     startElastic();
@@ -191,6 +205,7 @@ class Driver {
     loop.lastRatio = farFromConverged;
     loop.KCONV = atStart;
     if (model_.increment.MITER < 0 || iterate() == Next::endOfRun) {
+      notify(job_, "the run ends because MITER = " + std::to_string(model_.increment.MITER) + " allows no iteration");
       return Next::endOfRun;
     }
     writeResults();
@@ -204,9 +219,21 @@ class Driver {
       return;
     }
     PERMUT(analysis_.equations, model_.working.IFFIX);
+    notifyOfLooseNodes();
     EVALMBANDA(analysis_.elements, analysis_.equations);
     CALC_NBA(analysis_.elements, analysis_.equations,
              {static_cast<SolverCode>(model_.control.NSOLV), model_.control.KRENU == 1}, job_.listing());
+  }
+
+  /// A free degree of freedom that no element holds makes the system singular; its node is worth naming.
+  void notifyOfLooseNodes() {
+    const auto& holders = analysis_.firstHolder;
+    for (std::size_t i = 0; i < holders.size(); ++i) {
+      if (holders[i].element < 0 && analysis_.equations.IPERM[i] > 0) {
+        notify(job_, "no element holds " + describePosition(model_.mesh, i) + ", which is free");
+        return;
+      }
+    }
   }
 
   /// `ELASTICINICIO`: the elastic tensors for the temperature of the load step.
@@ -285,8 +312,8 @@ class Driver {
       if (card.NOUTP[0] == 0) {
         OUTPUT(job_, model_, analysis_.kernel, OutputMoment::converged);
       }
-      const int blocks = std::accumulate(card.IPOST3D.begin(), card.IPOST3D.end(), 0);
-      const int variables = std::accumulate(card.IIFLAG.begin(), card.IIFLAG.end(), 0);
+      const long long blocks = std::accumulate(card.IPOST3D.begin(), card.IPOST3D.end(), 0LL);
+      const long long variables = std::accumulate(card.IIFLAG.begin(), card.IIFLAG.end(), 0LL);
       if (blocks > 0 || variables > 0) {
         POSPRO(job_, model_, analysis_.kernel);
       }

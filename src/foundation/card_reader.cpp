@@ -150,6 +150,13 @@ std::string_view CardReader::token() const {
   return std::string_view(text_).substr(cursor_, end - cursor_);
 }
 
+/// A text without quotes, to the next blank or comma: a slash inside it is part of it.
+std::string_view CardReader::plainText() const {
+  std::size_t end = cursor_;
+  while (end < text_.size() && text_[end] != ',' && !is(blank, text_[end])) ++end;
+  return std::string_view(text_).substr(cursor_, end - cursor_);
+}
+
 /// Goes to the next item; false when it is a null value.
 bool CardReader::startItem(std::string_view field, std::string_view expected) {
   assert(cardOpen_ && "an item is read before its card is begun");
@@ -215,7 +222,7 @@ void CardReader::read(std::string_view field, std::string& value) {
     value = quotedText(field);
     return;
   }
-  const std::string_view text = token();
+  const std::string_view text = plainText();
   if (std::ranges::any_of(text, isControl)) fault(field, text, "a text without control characters");
   value = text;
   cursor_ += text.size();

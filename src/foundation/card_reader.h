@@ -18,8 +18,8 @@ class EndOfDeck : public InputFault {
 /// List-directed reading of a text file that is held in memory.
 ///
 /// Items are separated by blanks, tabs, line ends or one comma. `3*0.5` repeats a value, `3*` and `,,` are null values
-/// that leave the variable as it is, and a slash outside quotes does so for all that is left of the card. Texts end at
-/// a blank, comma, slash or line end unless they stand in '...' or "...", where a doubled delimiter stands for one.
+/// that leave the variable as it is, and a slash in place of an item does so for all that is left of the card. Texts
+/// end at a blank, comma or line end unless they stand in '...' or "...", where a doubled delimiter stands for one.
 /// Reading throws InputFault, or EndOfDeck when the text runs out.
 class CardReader {
  public:
@@ -81,6 +81,7 @@ class CardReader {
   void skipBlanks();
   void finishCard();
   [[nodiscard]] std::string_view token() const;
+  [[nodiscard]] std::string_view plainText() const;
   [[nodiscard]] std::size_t lineEnd() const;
   [[noreturn]] void faultAtEnd(std::string_view field, std::string_view expected);
   [[nodiscard]] std::string message(std::string_view field, std::string_view found, std::string_view expected) const;

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <system_error>
 #include <utility>
 
 namespace zema {
@@ -10,7 +11,11 @@ namespace zema {
 WorkerPool::WorkerPool(int threads) {
   const int workers = threads > 0 ? threads : static_cast<int>(std::max(1U, std::thread::hardware_concurrency()));
   threads_.reserve(static_cast<std::size_t>(workers - 1));
-  for (int worker = 1; worker < workers; ++worker) threads_.emplace_back([this, worker] { serve(worker); });
+  try {
+    for (int worker = 1; worker < workers; ++worker) threads_.emplace_back([this, worker] { serve(worker); });
+  } catch (const std::system_error&) {
+    // the system grants no more threads: the pool works with those it has
+  }
 }
 
 WorkerPool::~WorkerPool() {

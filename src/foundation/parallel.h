@@ -16,7 +16,8 @@ namespace zema {
 /// same bits with any number of threads.
 class WorkerPool {
  public:
-  /// threads: workers with the calling thread; 0 takes one per processor. A pool of 1 runs everything in the caller.
+  /// threads: workers with the calling thread; 0 takes one per processor, fewer
+  /// when the system grants no more. A pool of 1 runs everything in the caller.
   explicit WorkerPool(int threads = 0);
   ~WorkerPool();
   WorkerPool(const WorkerPool&) = delete;

@@ -23,15 +23,17 @@ struct CountedError {
 struct CheckWords {
   std::string_view error;    ///< before the code
   std::string_view count;    ///< before the count
+  int blankLines;            ///< ahead of each error
   std::string_view stopped;  ///< the "stopped in" line
 };
 
 /// Reports the errors that were met; with any of them the run ends after the rest of the deck has been shown.
 void stopAtErrors(Job& job, const CheckWords& words, std::span<const CountedError> errors) {
-  static constexpr Layout line(R"(// A I3 6X "ASOCIADO" A I5)");
+  static constexpr Layout line(R"(A I3 6X "ASOCIADO" A I5)");
   bool any = false;
   for (const CountedError& error : errors) {
     if (error.count != 0) {
+      job.listing().blank(words.blankLines);
       job.listing().write(line, words.error, error.code, words.count, error.count);
       any = true;
     }
@@ -202,7 +204,7 @@ void CHECK1(Job& job, const Model& model, const KernelProfile& profile, int elem
 
 void CHECK2(Job& job, const Model& model) {
   constexpr int frontal = 1;
-  static constexpr CheckWords words{" *** DIAGNOSTICO DE CHECK2, ERROR", "  CON EL NUMERO",
+  static constexpr CheckWords words{" *** DIAGNOSTICO DE CHECK2, ERROR", "  CON EL NUMERO", 2,
                                     "  >>>> DETENIDO EN LA RUTINA CHECK2"};
   checkComposites(job, model);
   std::vector<CountedError> errors;
@@ -219,13 +221,13 @@ void CHECK2(Job& job, const Model& model) {
 }
 
 void CHECK3(Job& job, const Model& model, const KernelProfile& profile) {
-  static constexpr CheckWords words{" *** DIAGNOSTIGO DE CHECK3, ERROR", " CON EL NUMERO",
+  static constexpr CheckWords words{" *** DIAGNOSTIGO DE CHECK3, ERROR", " CON EL NUMERO", 0,
                                     "  >>>> DETENIDO EN LA RUTINA CHECK3"};
   checkFixedNodes(job, model, words, model.fixities.NOFIXM, model.fixities.NVFIX, profile.fixityCheckBelow);
 }
 
 void CHECKT(Job& job, const Model& model, const KernelProfile& profile) {
-  static constexpr CheckWords words{" *** DIAGNOSTIGO DE CHECKT, ERROR", " CON EL NUMERO",
+  static constexpr CheckWords words{" *** DIAGNOSTIGO DE CHECKT, ERROR", " CON EL NUMERO", 0,
                                     "  >>>> DETENIDO EN LA RUTINA CHECKT"};
   checkFixedNodes(job, model, words, model.fixities.NOFIXT, model.fixities.NVFIT, profile.fixityCheckBelow);
 }

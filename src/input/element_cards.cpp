@@ -56,7 +56,6 @@ int readElement(CardReader& cards, Model& model, const KernelProfile& profile) {
     element.EAEULER[static_cast<std::size_t>(i)] = cards.real("EAEULER");
   }
   model.mesh.elements[static_cast<std::size_t>(e)] = element;
-  model.mesh.lastRead = e;
   return e;
 }
 

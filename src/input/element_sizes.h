@@ -12,7 +12,7 @@ namespace zema {
 
 /// The element whose card was read last; some cards and texts go by it.
 [[nodiscard]] inline const ElementData& lastElement(const Mesh& mesh) {
-  return mesh.element(mesh.lastRead);
+  return mesh.elements.back();
 }
 
 }  // namespace zema

@@ -2,9 +2,10 @@
 #include "input/fixity_cards.h"
 
 #include <algorithm>
+#include <cmath>
+#include <string>
 
 #include "input/checks.h"
-#include "input/count_field.h"
 #include "input/deck_echo.h"
 #include "input/element_sizes.h"
 #include "input/thermal_cards.h"
@@ -54,7 +55,7 @@ void readCounts(Job& job, Model& model) {
   const long most = static_cast<long>(model.mesh.NPOIN()) * model.mesh.MDOFN;
   cards.begin("fixity count");
   model.fixities.NVFIX = cards.integer("NVFIX");
-  model.fixities.NFREE = readCount(cards, "NFREE");
+  model.fixities.NFREE = cards.integer("NFREE");
   if (model.fixities.NVFIX > most) {
     CHECK4(job.listing(), "*** DIAG. DE INPU2, NUMERO DE RESTRICCIONES > NPOIN*MDOFN",
            "  >>>> DETENIDO EN LA RUTINA INPU2 ", model.fixities.NVFIX, static_cast<double>(most));
@@ -82,7 +83,7 @@ void readFixities(Job& job, Model& model, const Kernel& kernel) {
   static constexpr Layout heading(
       R"(10X "ECHO OF FIXITY DATA FOLLOWS :" / 10X 27("=") / / 6X "NODE " 5X "CODE" 14X "FIXED VALUES")");
   const Layout row(kernel.profile().fixityEcho);
-  const bool records = feedsFrequencyRecords(model) && model.loop.ILOAD == 1;
+  const bool records = job.channels.isOpen(channel::frequencies) && model.loop.ILOAD == 1;
   CardReader& cards = job.cards();
   job.listing().write(heading);
   if (records) {
@@ -104,9 +105,9 @@ void readFixities(Job& job, Model& model, const Kernel& kernel) {
   }
 }
 
-/// Gives the nodes that stay fixed the reactions that they had in the list before.
+/// Gives the directions that stay fixed the reactions that they had in the list before.
 void takeOverReactions(Fixities& now, const Fixities& old, const Mesh& mesh) {
-  const auto MDOFN = static_cast<std::ptrdiff_t>(mesh.MDOFN);
+  const auto MDOFN = static_cast<std::size_t>(mesh.MDOFN);
   std::vector<std::ptrdiff_t> oldRow(static_cast<std::size_t>(mesh.NPOIN()), -1);
   for (std::size_t row = 0; row < old.NOFIXM.size(); ++row) {
     oldRow[static_cast<std::size_t>(old.NOFIXM[row] - 1)] = static_cast<std::ptrdiff_t>(row);
@@ -115,33 +116,72 @@ void takeOverReactions(Fixities& now, const Fixities& old, const Mesh& mesh) {
     const int node = now.NOFIXM[row];
     const std::ptrdiff_t from = isNode(node, mesh) ? oldRow[static_cast<std::size_t>(node - 1)] : -1;
     if (from >= 0) {
-      const auto to = static_cast<std::ptrdiff_t>(row);
-      std::copy_n(old.TREACM.begin() + from * MDOFN, MDOFN, now.TREACM.begin() + to * MDOFN);
-      std::copy_n(old.TREACT.begin() + from * MDOFN, MDOFN, now.TREACT.begin() + to * MDOFN);
+      const std::size_t oldFirst = static_cast<std::size_t>(from) * MDOFN;
+      const auto position = static_cast<std::size_t>(mesh.firstPosition(DeckNode{node}));
+      for (std::size_t d = 0; d < static_cast<std::size_t>(mesh.dofsOf({node})); ++d) {
+        if (now.IFFIXM[position + d] == 1) {
+          now.TREACM[row * MDOFN + d] = old.TREACM[oldFirst + d];
+          now.TREACT[row * MDOFN + d] = old.TREACT[oldFirst + d];
+        }
+      }
     }
   }
 }
 
-/// With KLOAD = 0 clears the total load of every degree of freedom that has been released or whose load has changed,
-/// in all elements that hold it; then the loads and flags of this load step become those to compare the next one with.
+/// Rows of the fixity list by node number; -1 for a node that is not in it.
+std::vector<int> rowsOfNodes(const Fixities& fixities, const Mesh& mesh) {
+  std::vector<int> rows(static_cast<std::size_t>(mesh.NPOIN()) + 1, -1);
+  for (std::size_t row = 0; row < fixities.NOFIXM.size(); ++row) {
+    if (isNode(fixities.NOFIXM[row], mesh)) {
+      rows[static_cast<std::size_t>(fixities.NOFIXM[row])] = static_cast<int>(row);
+    }
+  }
+  return rows;
+}
+
+/// With KLOAD = 0 clears the total load of an element's degree of freedom whose load has changed, and of one that has
+/// been released, there in the first element that holds it; then the loads and flags of this load step become those to
+/// compare the next one with. The first element's total load carries the reaction: when that is cleared, the support
+/// starts again from 0 as well.
 void compareWithStepBefore(Model& model) {
   Fixities& fixities = model.fixities;
+  const auto MDOFN = static_cast<std::size_t>(model.mesh.MDOFN);
   const bool clears = model.loadStep.KLOAD == 0 && model.loop.ILOAD > 1;
+  const std::vector<int> rows = rowsOfNodes(fixities, model.mesh);
+  std::vector<char> met(static_cast<std::size_t>(model.mesh.NTOTV), 0);
   for (int e = 0; e < model.mesh.NELEM(); ++e) {
     const std::span<const int> positions = model.positions.of(e);
     const std::span<const double> load = model.vectors.RLOAD(e, 1);
     const std::span<double> loadBefore = model.vectors.RLOAD(e, 2);
     const std::span<double> TLOAD = model.vectors.TLOAD(e);
+    const std::span<const int> nodes = model.mesh.nodesOf(e);
+    const std::size_t dofs = nodes.empty() ? 1 : positions.size() / nodes.size();
     for (std::size_t k = 0; clears && k < positions.size(); ++k) {
       const auto i = static_cast<std::size_t>(positions[k]);
-      const bool released = fixities.IFFIXMbefore[i] == 1 && fixities.IFFIXM[i] == 0;
+      const bool first = met[i] == 0;
+      met[i] = 1;
+      const bool released = first && fixities.IFFIXMbefore[i] == 1 && fixities.IFFIXM[i] == 0;
       if (released || load[k] != loadBefore[k]) {
         TLOAD[k] = 0.0;
+        const DeckNode node{nodes[k / dofs]};
+        const int row = rows[static_cast<std::size_t>(node.number)];
+        if (first && row >= 0) {
+          fixities.TREACM[static_cast<std::size_t>(row) * MDOFN + k % dofs] = 0.0;
+        }
       }
     }
     std::ranges::copy(load, loadBefore.begin());
   }
   fixities.IFFIXMbefore = fixities.IFFIXM;
+}
+
+/// The node of a free code, which the deck may give as a real: 3 or 3.0.
+int readNodeAsReal(CardReader& cards, const Mesh& mesh) {
+  const double number = cards.real("node number");
+  if (number != std::floor(number) || number < 1.0 || number > mesh.NPOIN()) {
+    cards.fault("node number", number, "a node from 1 to " + std::to_string(mesh.NPOIN()));
+  }
+  return static_cast<int>(number);
 }
 
 void readFreeCodes(Job& job, Model& model, const Kernel& kernel) {
@@ -156,7 +196,7 @@ void readFreeCodes(Job& job, Model& model, const Kernel& kernel) {
   job.listing().write(heading);
   for (int i = 0; i < model.fixities.NFREE; ++i) {
     cards.begin("free code");
-    const int node = cards.integer("node number", 1, mesh.NPOIN());
+    const int node = readNodeAsReal(cards, mesh);
     const int code = cards.integer("code");
     job.listing().write(row, node, code);
     forEachMarkedDirection(code, NDOFN, [&](int d) {

@@ -13,7 +13,7 @@ namespace {
 /// Reads a whole card; a null value keeps what the card before said.
 IncrementCard readCard(CardReader& cards, IncrementCard card, int NINTV) {
   cards.begin("increment");
-  card.NREPE = cards.integer("NREPE", 0, 1'000'000'000);
+  card.NREPE = cards.integer("NREPE");
   cards.read("DFACT", card.DFACT);
   cards.read("DTIME", card.DTIME);
   cards.read("TOLER", card.TOLER);

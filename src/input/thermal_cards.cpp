@@ -38,7 +38,7 @@ void readTemperatures(Job& job, Model& model) {
   fixities.FIXEMT.assign(NPOIN, 0);
   fixities.IFFIXT.assign(NPOIN, 0);
   cards.begin("thermal fixity count");
-  fixities.NVFIT = readCount(cards, "NVFIT");
+  fixities.NVFIT = cards.integer("NVFIT");
   for (int i = 0; i < fixities.NVFIT; ++i) {
     cards.begin("thermal fixity");
     const int node = cards.integer("node number");

@@ -29,15 +29,22 @@ constexpr int postResults = 11;
 constexpr int listingAgain = 21;
 }  // namespace entry
 
+/// Where the name proper begins, behind the folders: only its dots count.
+std::size_t nameStart(const std::string& path) {
+  const std::size_t slash = path.rfind('/');
+  return slash == std::string::npos ? 0 : slash + 1;
+}
+
 void formNames(Job& job, const std::string& CPROB1) {
   const std::size_t dot = CPROB1.rfind('.');
-  const std::string stem = dot == std::string::npos ? "" : CPROB1.substr(0, dot);
+  const bool hasExtension = dot != std::string::npos && dot >= nameStart(CPROB1);
+  const std::string stem = CPROB1.substr(0, hasExtension ? dot : nameStart(CPROB1));
   for (std::size_t i = 0; i < extensions.size(); ++i) {
     job.CFILE[static_cast<int>(i) + 1] = stem + std::string(extensions[i]);
   }
   const std::string& listing = job.CFILE[entry::listing];
   job.CFILE[entry::listingAgain] = listing;
-  job.IRUN.LNAME = static_cast<int>(listing.find('.'));
+  job.IRUN.LNAME = static_cast<int>(listing.find('.', nameStart(listing)));
   job.channels.setStem(stem);
 }
 
@@ -47,8 +54,20 @@ void reserve(Job& job, int number, const std::string& path, OpenMode firstWrite)
   job.channels.assign(number, path, firstWrite);
 }
 
-void openChannels(Job& job) {
-  job.deck.emplace(job.CFILE[entry::deck]);
+void openDeck(Job& job, const std::string& CPROB1) {
+  try {
+    job.deck.emplace(job.CFILE[entry::deck]);
+  } catch (const FileFault& fault) {
+    const std::string hint = CPROB1.empty() ? " (the environment variable FOR005 names no deck)"
+                             : job.CFILE[entry::deck] == CPROB1
+                                 ? ""
+                                 : " (FOR005 is " + CPROB1 + "; a deck's name ends in .dts)";
+    throw FileFault(fault.what() + hint);
+  }
+}
+
+void openChannels(Job& job, const std::string& CPROB1) {
+  openDeck(job, CPROB1);
   reserve(job, channel::postMesh, job.CFILE[entry::postMesh], OpenMode::fromStart);
   reserve(job, channel::postResults, job.CFILE[entry::postResults], OpenMode::append);
   reserve(job, channel::pairs, job.CFILE[entry::pairs], OpenMode::fromStart);
@@ -74,7 +93,7 @@ void INICIA(Job& job, const std::string& CPROB1) {
   job.IRUN = RunRecord{};
   CARTEL(job.console);
   formNames(job, CPROB1);
-  openChannels(job);
+  openChannels(job, CPROB1);
   MAKINA(job, ClockTask::start);
   MAKINA(job, ClockTask::timeLine);
   MAKINA(job, ClockTask::progress);

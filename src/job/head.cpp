@@ -55,6 +55,7 @@ void readTexts(Job& job) {
   CardReader& deck = job.cards();
   deck.begin("start word");
   job.CTEXT.CSTART = cut(deck.word("CSTART"));
+  job.CTEXT.CSTART.erase(job.CTEXT.CSTART.find_last_not_of(' ') + 1);
   deck.begin("title");
   job.CTEXT.CTITLE = cut(deck.word("CTITLE"));
   std::string title = job.CTEXT.CTITLE;
@@ -69,7 +70,7 @@ void readTexts(Job& job) {
 void readSizes(Job& job, HeadForm form) {
   CardReader& deck = job.cards();
   ControlRecord& control = job.KCONT;
-  deck.begin("size card");
+  deck.begin("size");
   deck.read("NPOIN", control.NPOIN);
   deck.read("NELEM", control.NELEM);
   deck.read("NMATC", control.NMATC);
@@ -103,7 +104,9 @@ void checkSizesAgainstDeck(const CardReader& deck, const ControlRecord& control)
   const auto most = static_cast<long long>(deck.size() / 2);
   const auto check = [&](std::string_view field, int size) {
     if (size > most) {
-      deck.fault(field, size, "at most as many cards as a deck of " + std::to_string(deck.size()) + " bytes can hold");
+      throw InputFault(deck.fileName() + ", size card, field " + std::string(field) + ": found " +
+                       std::to_string(size) + ", expected at most as many cards as a deck of " +
+                       std::to_string(deck.size()) + " bytes can hold");
     }
   };
   check("NPOIN", control.NPOIN);
@@ -118,12 +121,12 @@ void writeCoupledHeading(Job& job) {
 }
 
 void readGmresCard(Job& job) {
-  static constexpr Layout heading(R"(/ 6X "GMRES SOLVER PARAMETERS")");
+  static constexpr Layout heading(R"(6X "GMRES SOLVER PARAMETERS")");
   static constexpr Layout integerLine("6X A 6X I5 A");
   static constexpr Layout realLine("6X A 6X E10.5 A");
   CardReader& deck = job.cards();
   ControlRecord& control = job.KCONT;
-  deck.begin("GMRES card");
+  deck.begin("GMRES");
   deck.read("NKRYLO", control.NKRYLO);
   deck.read("NITER", control.NITER);
   deck.read("GMTOL", control.GMTOL);
@@ -193,12 +196,12 @@ void INPU1(Job& job) {
   readProblemWord(job);
   const auto word = findProblemWord(job.CTEXT.CPROB);
   if (!word) {
+    readTexts(job);
     stopAtUnknownWord();
   }
   readSwitches(job, word->head);
   readTexts(job);
   readSizes(job, word->head);
-  checkSizesAgainstDeck(job.cards(), job.KCONT);
   if (job.KCONT.KACOP == coupled) {
     writeCoupledHeading(job);
   }
@@ -209,6 +212,7 @@ void INPU1(Job& job) {
   echoSwitches(job.listing(), job.KCONT);
   echoSizes(job.listing(), job.KCONT);
   CHKCON(job.listing(), job.KCONT, *word);
+  checkSizesAgainstDeck(job.cards(), job.KCONT);
 }
 
 void refuseRestart(Channel& listing, const ControlRecord& KCONT) {

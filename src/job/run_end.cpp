@@ -37,6 +37,7 @@ void RUNEND(Job& job, RunStage stage, const RunEnd& stop) {
   if (stage == RunStage::inKernel) {
     SUMMAR(job);
   }
+  job.console.warn("the run was stopped, see the end of " + listing.path() + ":" + stop.what());
   job.channels.closeAll();
 }
 
@@ -54,7 +55,8 @@ void stopOnTheSpot(Job& job, const PlainStop& stop) {
   job.console.say(stop.console());
   if (!stop.listing().empty()) {
     if (stop.console().empty()) {
-      job.console.warn(stop.what());
+      const std::size_t first = stop.listing().find_first_not_of(" \n");
+      job.console.warn(stop.listing().substr(first == std::string::npos ? 0 : first));
     }
     job.listing().buffer() += stop.listing();
     job.listing().commitBuffer();
@@ -101,7 +103,7 @@ double share(double part, double whole) {
 }
 
 void writeTimes(Channel& channel, const PhaseTimes& times, double total) {
-  static constexpr Layout heading(R"(/ 10X "SUMMARY OF COMPUTING TIMES :" / 10X 26("=") /)");
+  static constexpr Layout heading(R"(10X "SUMMARY OF COMPUTING TIMES :" / 10X 26("="))");
   static constexpr Layout totalLine(R"(15X "TOTAL CPU TIME             :" E10.2)");
   static constexpr Layout mainLine(R"(15X A E10.2 " (" E6.2 ' % )')");
   static constexpr Layout partLine(R"(20X A E10.2 " (" E6.2 ' % )')");

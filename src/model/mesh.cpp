@@ -29,6 +29,13 @@ int Mesh::dofsOf(DeckNode node) const {
   return NDOFP[at(numbering.LPNTN(node).index)];
 }
 
+std::string describePosition(const Mesh& mesh, std::size_t position) {
+  const auto after = std::upper_bound(mesh.lastDof.begin(), mesh.lastDof.end(), static_cast<int>(position));
+  const WorkNode node{static_cast<int>(after - mesh.lastDof.begin())};
+  return "node " + std::to_string(mesh.numbering.LPNINV(node).number) + ", degree of freedom " +
+         std::to_string(static_cast<int>(position) - mesh.firstPosition(node) + 1);
+}
+
 ElementPositions::ElementPositions(const Mesh& mesh) {
   std::vector<int> deckFirst(at(mesh.NPOIN()) + 1, 0);
   for (int n = 1; n <= mesh.NPOIN(); ++n) {

@@ -3,6 +3,7 @@
 
 #include <array>
 #include <span>
+#include <string>
 #include <vector>
 
 #include "model/node_numbers.h"
@@ -34,7 +35,6 @@ struct Mesh {
   std::vector<int> lastDof;           ///< running total of degrees of freedom up to and with a node, by place
   std::vector<ElementData> elements;  ///< by element number, from 0
   std::vector<int> LNODS;             ///< deck node numbers, NNODM places an element, 0 where there is none
-  int lastRead = 0;                   ///< element (from 0) whose card was read last; some echoes speak of it
 
   [[nodiscard]] int NELEM() const { return static_cast<int>(elements.size()); }
   [[nodiscard]] int NPOIN() const { return numbering.size(); }
@@ -48,6 +48,9 @@ struct Mesh {
   [[nodiscard]] int firstPosition(DeckNode node) const { return firstPosition(numbering.LPNTN(node)); }
   [[nodiscard]] int dofsOf(DeckNode node) const;
 };
+
+/// Names the node and the direction of a degree-of-freedom position (from 0): "node 7, degree of freedom 2".
+[[nodiscard]] std::string describePosition(const Mesh& mesh, std::size_t position);
 
 /// Degree-of-freedom positions (from 0) of every element, in both numberings; made once the nodes are counted.
 class ElementPositions {

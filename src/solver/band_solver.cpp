@@ -7,6 +7,7 @@
 #include "solver/band_matrix.h"
 #include "solver/band_symmetric.h"
 #include "solver/band_unsymmetric.h"
+#include "solver/blas_threads.h"
 #include "solver/phase_timer.h"
 #include "solver/solver.h"
 
@@ -84,6 +85,7 @@ class BandSolver final : public Solver {
 std::unique_ptr<Solver> makeBandSolver(SolverCode code) {
   const auto* method = std::ranges::find(methods, code, &BandMethod::code);
   assert(method != methods.end() && "not a band solver");
+  requireBlasMemory();
   return std::make_unique<BandSolver>(*method);
 }
 
