@@ -10,129 +10,85 @@
 namespace zema {
 namespace {
 
-ListedElement at(std::vector<int> positions, std::vector<int> deckPositions) {
-  return {std::move(positions), {}, {}, {}, std::move(deckPositions)};
-}
+using enum SolverCode;
 
 // Position 2 is fixed. Equations 1 2 0 3 4: distances 3 - 1 in element 1, 4 - 2 in element 2, 4 - 3 in element 3.
 class BandNumbersTest : public testing::Test {
  protected:
   BandNumbersTest() { PERMUT(system, std::vector{0, 0, 7, 0, 0}); }
 
-  // What CALC_NBA writes.
-  std::string report(bool renumbered) {
+  // The text and numbers of the stop of CALC_NBA, empty if it does not stop; leaves its report.
+  std::string stopOf(const ElementSource& elements, int MBAND, const BandLimits& limits) {
+    system.MBAND = MBAND;
     Channel listing = Channel::open("/dev/null", OpenMode::append);
-    CALC_NBA(source, system, {SolverCode::gmres, renumbered}, listing);
-    return listing.buffer();
+    std::string stopped;
+    try {
+      CALC_NBA(elements, system, limits, listing);
+    } catch (const RunEnd& stop) {
+      stopped = stop.what() + FreeLine(stop.A(), stop.B()).text();
+    }
+    report = listing.buffer();
+    return stopped;
   }
 
-  ListedElements source{{at({0, 1, 3}, {4, 0, 2}), at({1, 2, 4}, {2, 0, 4}), at({3, 4}, {0, 1})}};
+  // Working and deck positions of three elements.
+  ListedElements source{
+      {{{0, 1, 3}, {}, {}, {}, {4, 0, 2}}, {{1, 2, 4}, {}, {}, {}, {2, 0, 4}}, {{3, 4}, {}, {}, {}, {0, 1}}}};
   EquationSystem system{5};
+  std::string report;
 };
 
-TEST_F(BandNumbersTest, FreePositionsAreNumberedInOrder) {
+TEST_F(BandNumbersTest, TheReportNamesTheLastElementThatReachesAWidth) {
+  const std::string withoutRenumbering =
+      "\n\n          SOLVER INFORMATION :\n          ==================\n"
+      "\n\n          ANCHO DE BANDA SIN RENUMERACION:     5  ELEMENTO:         2\n";
   EXPECT_EQ(system.IPERM, (std::vector{1, 2, 0, 3, 4}));
-  EXPECT_EQ(system.NEQNS, 4);
+
+  EXPECT_NE(stopOf(source, 0, {bandLU, false}), "");
+  EXPECT_EQ(report, withoutRenumbering);
+
+  EXPECT_EQ(stopOf(source, 0, {gmres, true}), "");
+  EXPECT_EQ(report,
+            withoutRenumbering +
+                "\n          ANCHO DE BANDA CON RENUMERACION:     4  ELEMENTO:         2\n"
+                "\n          ANCHO DE BANDA CON RENUMERACION (CON RESTRICCIONES):           3  ELEMENTO:         2\n");
+  EXPECT_EQ((std::vector{system.NBAN0, system.NBAN1, system.NBAND}), (std::vector{5, 4, 3}));
 }
 
-TEST_F(BandNumbersTest, ReportNamesTheLastElementThatReachesAWidth) {
-  EXPECT_EQ(report(true),
-            "\n\n          SOLVER INFORMATION :\n          ==================\n"
-            "\n\n          ANCHO DE BANDA SIN RENUMERACION:     5  ELEMENTO:         2\n"
-            "\n          ANCHO DE BANDA CON RENUMERACION:     4  ELEMENTO:         2\n"
-            "\n          ANCHO DE BANDA CON RENUMERACION (CON RESTRICCIONES):           3  ELEMENTO:         2\n");
-  EXPECT_EQ(system.NBAN0, 5);
-  EXPECT_EQ(system.NBAN1, 4);
-  EXPECT_EQ(system.NBAND, 3);
-}
-
-TEST_F(BandNumbersTest, ReportIsShortWithoutRenumbering) {
-  EXPECT_EQ(report(false),
-            "\n\n          SOLVER INFORMATION :\n          ==================\n"
-            "\n\n          ANCHO DE BANDA SIN RENUMERACION:     5  ELEMENTO:         2\n");
-}
-
-TEST_F(BandNumbersTest, ALaterLoadStepFindsItsOwnBand) {
-  (void)report(true);
-  PERMUT(system, std::vector{0, 1, 1, 0, 1});
-
-  (void)report(true);
-
-  EXPECT_EQ(system.NBAND, 2);  // equations 1 0 0 2 0: element 1
-}
-
-TEST_F(BandNumbersTest, ColumnsGrantedFollowTheBandKnownSoFar) {
+TEST_F(BandNumbersTest, ALaterLoadStepFindsItsOwnBandAndIsGrantedColumnsByTheOneBefore) {
   EVALMBANDA(source, system);
   EXPECT_EQ(system.MBAND, 2 * (0 + 2) + 5);
-
-  (void)report(true);
+  stopOf(source, 0, {gmres, true});
   EVALMBANDA(source, system);
   EXPECT_EQ(system.MBAND, 2 * (3 + 2) + 5);
-}
 
-TEST_F(BandNumbersTest, NoFreePositionGivesNoBand) {
-  PERMUT(system, std::vector(5, 1));
+  PERMUT(system, std::vector{0, 1, 1, 0, 1});  // equations 1 0 0 2 0: element 1
+  stopOf(source, 0, {gmres, true});
+  EXPECT_EQ(system.NBAND, 2);
 
+  PERMUT(system, std::vector(5, 1));  // no equation
+  stopOf(source, 0, {gmres, true});
   EVALMBANDA(source, system);
-  (void)report(true);
-
-  EXPECT_EQ(system.MBAND, 5);
   EXPECT_EQ(system.NBAND, 0);
+  EXPECT_EQ(system.MBAND, 5);
 }
 
-struct Stop {
-  std::string text;
-  double A, B;
-};
+TEST_F(BandNumbersTest, LimitsThatArePassedStop) {
+  const std::string tooWide = ">>>> MAXIMO ANCHO DE BANDA SUPERADO SOLVER ";
+  EXPECT_EQ(stopOf(source, 5, {bandLU, false}), tooWide + "ASIMETRICO 6.0 5.0");
+  EXPECT_EQ(stopOf(source, 5, {bandLU, false, 100}), "");
+  EXPECT_EQ(stopOf(source, 6, {bandLU, false}), "");
+  EXPECT_EQ(stopOf(source, 2, {bandCholesky, false}), tooWide + "SIMETRICO 3.0 2.0");
+  EXPECT_EQ(stopOf(source, 2, {bandLDL, false}), tooWide + "SIMETRICO 3.0 2.0");
+  EXPECT_EQ(stopOf(source, 2, {gmres, false}), "");
+  EXPECT_EQ(stopOf(source, 3, {bandCholesky, false}), "");
 
-// The stop of CALC_NBA; an empty text if it does not stop.
-Stop stopOf(const ElementSource& source, EquationSystem& system, const BandLimits& limits) {
-  Channel listing = Channel::open("/dev/null", OpenMode::append);
-  try {
-    CALC_NBA(source, system, limits, listing);
-  } catch (const RunEnd& stop) {
-    EXPECT_FALSE(listing.buffer().empty()) << "the report comes before the stop";
-    return {stop.what(), stop.A(), stop.B()};
-  }
-  return {"", 0.0, 0.0};
-}
-
-void expectStop(const Stop& stop, const std::string& text, double A, double B) {
-  EXPECT_EQ(stop.text, text);
-  EXPECT_EQ(stop.A, A);
-  EXPECT_EQ(stop.B, B);
-}
-
-TEST_F(BandNumbersTest, TooFewColumnsStopTheUnsymmetricBand) {
-  system.MBAND = 5;
-  expectStop(stopOf(source, system, {SolverCode::bandLU, false}),
-             ">>>> MAXIMO ANCHO DE BANDA SUPERADO SOLVER ASIMETRICO", 6.0, 5.0);
-  EXPECT_EQ(stopOf(source, system, {SolverCode::bandLU, false, 100}).text, "");
-
-  system.MBAND = 6;
-  EXPECT_EQ(stopOf(source, system, {SolverCode::bandLU, false}).text, "");
-}
-
-TEST_F(BandNumbersTest, TooFewColumnsStopTheSymmetricBand) {
-  system.MBAND = 2;
-  for (const SolverCode code : {SolverCode::bandCholesky, SolverCode::bandLDL})
-    expectStop(stopOf(source, system, {code, false}), ">>>> MAXIMO ANCHO DE BANDA SUPERADO SOLVER SIMETRICO", 3.0, 2.0);
-  EXPECT_EQ(stopOf(source, system, {SolverCode::gmres, false}).text, "");
-
-  system.MBAND = 3;
-  EXPECT_EQ(stopOf(source, system, {SolverCode::bandCholesky, false}).text, "");
-}
-
-TEST_F(BandNumbersTest, ARenumberingThatWidensTheBandStops) {
-  ListedElements widened({at({0, 4}, {0, 1})});
-  system.MBAND = 100;
-
-  expectStop(stopOf(widened, system, {SolverCode::bandCholesky, true}),
-             "  >>>> RENUMERACION NO OPTIMIZA ANCHO DE BANDA ", 0.0, 0.0);
-  expectStop(stopOf(widened, system, {SolverCode::gmres, true}), "  >>>> RENUMERACION NO OPTIMIZA ANCHO DE BANDA ", 0.0,
-             0.0);
-  EXPECT_EQ(stopOf(widened, system, {SolverCode::bandCholesky, false}).text, "");
-  EXPECT_EQ(stopOf(widened, system, {SolverCode::bandLU, true}).text, "");
+  const ListedElements widened({{{0, 4}, {}, {}, {}, {0, 1}}});  // equations farther apart than in the deck
+  const std::string notBetter = "  >>>> RENUMERACION NO OPTIMIZA ANCHO DE BANDA  0.0 0.0";
+  EXPECT_EQ(stopOf(widened, 100, {bandCholesky, true}), notBetter);
+  EXPECT_EQ(stopOf(widened, 100, {gmres, true}), notBetter);
+  EXPECT_EQ(stopOf(widened, 100, {bandCholesky, false}), "");
+  EXPECT_EQ(stopOf(widened, 100, {bandLU, true}), "");
 }
 
 }  // namespace

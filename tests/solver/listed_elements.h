@@ -8,16 +8,19 @@
 #include <utility>
 #include <vector>
 
+#include "foundation/errors.h"
 #include "solver/element_source.h"
 
 namespace zema {
 
 struct ListedElement {
   std::vector<int> positions;
-  std::vector<double> ESTIF;  // n x n by rows
+  std::vector<double> ESTIF;  // n x n by rows; an element without it cannot be formed
   std::vector<double> ELOAD;  // n
   std::vector<double> RLOAD;  // n
   std::vector<int> deckPositions = positions;
+
+  [[nodiscard]] int size() const { return static_cast<int>(positions.size()); }
 };
 
 class ListedElements final : public ElementSource {
@@ -25,15 +28,12 @@ class ListedElements final : public ElementSource {
   explicit ListedElements(std::vector<ListedElement> list) : list_(std::move(list)) {}
 
   [[nodiscard]] int elements() const override { return static_cast<int>(list_.size()); }
-  [[nodiscard]] int largest() const override {
-    std::size_t largest = 0;
-    for (const ListedElement& element : list_) largest = std::max(largest, element.positions.size());
-    return static_cast<int>(largest);
-  }
+  [[nodiscard]] int largest() const override { return std::ranges::max(list_, {}, &ListedElement::size).size(); }
   [[nodiscard]] std::span<const int> positions(int e) const override { return element(e).positions; }
   [[nodiscard]] std::span<const int> deckPositions(int e) const override { return element(e).deckPositions; }
   void form(int e, std::span<double> ESTIF) override {
     ++formed;
+    if (element(e).ESTIF.empty()) throw RunEnd("no element", e, 0.0);
     std::ranges::copy(element(e).ESTIF, ESTIF.begin());
   }
   [[nodiscard]] std::span<const double> load(int e, RightHandSide side) const override {
@@ -58,26 +58,24 @@ inline ListedElements randomChain(int positions, int reach, Character character,
   std::mt19937 generator(seed);
   std::uniform_real_distribution<double> number(-1.0, 1.0);
   std::bernoulli_distribution chosen(0.4);
+  const auto numbers = [&](std::size_t count) {
+    std::vector<double> all(count);
+    std::ranges::generate(all, [&] { return number(generator); });
+    return all;
+  };
   std::vector<ListedElement> list;
   for (int first = 0; first < positions; ++first) {
-    ListedElement element;
-    element.positions.push_back(first);
-    for (int p = first + 1; p < std::min(positions, first + reach + 1); ++p)
-      if (p == first + 1 || p == first + reach || chosen(generator)) element.positions.push_back(p);
-    const std::size_t n = element.positions.size();
-    element.deckPositions = element.positions;
-    element.ESTIF.resize(n * n);
+    std::vector<int> held;
+    for (int p = first; p < std::min(positions, first + reach + 1); ++p)
+      if (p <= first + 1 || p == first + reach || chosen(generator)) held.push_back(p);
+    const std::size_t n = held.size();
+    std::vector<double> ESTIF = numbers(n * n);
     for (std::size_t i = 0; i < n; ++i) {
-      element.ELOAD.push_back(number(generator));
-      element.RLOAD.push_back(number(generator));
-      for (std::size_t j = 0; j <= i; ++j) {
-        element.ESTIF[i * n + j] = number(generator);
-        element.ESTIF[j * n + i] = character == Character::unsymmetric ? number(generator) : element.ESTIF[i * n + j];
-      }
-      const bool negative = character == Character::indefinite && element.positions[i] % 3 == 1;
-      element.ESTIF[i * n + i] = (negative ? -1.0 : 1.0) * (static_cast<double>(n) + 1.0);
+      for (std::size_t j = 0; j < i && character != Character::unsymmetric; ++j) ESTIF[j * n + i] = ESTIF[i * n + j];
+      const bool negative = character == Character::indefinite && held[i] % 3 == 1;
+      ESTIF[i * n + i] = (negative ? -1.0 : 1.0) * (static_cast<double>(n) + 1.0);
     }
-    list.push_back(std::move(element));
+    list.push_back({held, ESTIF, numbers(n), numbers(n)});
   }
   return ListedElements(std::move(list));
 }
