@@ -137,7 +137,7 @@ TEST(CardReader, TextsEndAtSeparatorsOrStandInQuotes) {
   reader.begin("test");
   for (int i = 0; i < 8; ++i) texts.push_back(reader.word("A"));
 
-  EXPECT_EQ(texts, (std::vector<std::string>{"MEC3D", "two words, 1/2", "it's", "it's", "", "a'b", "3D", "x"}));
+  EXPECT_EQ(texts, (std::vector<std::string>{"MEC3D", "two words, 1/2", "it's", "it's", "", "a'b", "3D", "x/y"}));
 }
 
 TEST(CardReader, RefusesBrokenTexts) {

@@ -76,10 +76,6 @@ TEST_F(IncrementCardsTest, WhatCannotBeDoneIsAFault) {
   deck("1 0.5 1 1e-7 30 0 3 0 0 2 4 0 0 0 0 4*0 " + flags);
   EXPECT_THAT(messageOf<InputFault>([this] { static_cast<void>(readIncrementCard(job, model, kernel)); }),
               HasSubstr("field KARCL: found 4, expected 0: arc-length control is not in this build yet"));
-  model.increment.NREPE = 0;
-  deck("-1 0.5 1 1e-7 30 0 3 0 0 2 0 0 0 0 0 4*0 " + flags);
-  EXPECT_THAT(messageOf<InputFault>([this] { static_cast<void>(readIncrementCard(job, model, kernel)); }),
-              HasSubstr("field NREPE: found -1"));
 }
 
 TEST_F(IncrementCardsTest, EchoesTheHeadOfAnIncrement) {

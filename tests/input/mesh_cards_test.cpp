@@ -51,7 +51,6 @@ TEST_F(MeshCardsTest, KeepsElementsByNumberAndListsThemByCard) {
   EXPECT_THAT(model.mesh.element(1).EAEULER, ElementsAre(10.0, 20.0, 30.0));
   EXPECT_EQ(model.mesh.element(0).FRACL, 1.5);
   EXPECT_THAT(model.composites(1).ELECOM, ElementsAre(1, 0));
-  EXPECT_EQ(model.mesh.lastRead, 0);
   EXPECT_EQ(model.mesh.coordinates({5})[2], 1.0);
 }
 

@@ -54,7 +54,7 @@ TEST_F(HeadTest, SolidHeadFillsTheRecordsAndIsEchoed) {
             "     PROBLEM TITLE : a title, long" +
                 std::string(51, ' ') +
                 "\n"
-                "\n      GMRES SOLVER PARAMETERS\n"
+                "      GMRES SOLVER PARAMETERS\n"
                 "      KRYLOVS SUBSPACE............................:         20(NKRYLO)\n"
                 "      MAXIMUM NUMBER OF ITERATIONS................:         50(NITER)\n"
                 "      TOLERANCE...................................:      .10000E-07(GMTOL)\n"
@@ -125,8 +125,8 @@ TEST_F(HeadTest, AStopBeforeTheKernelIsShortAndOneInItHasTheSummary) {
   const std::string end = " ZEMA: * * * END OF ANALYSIS * * *\n";
   EXPECT_EQ(folder.read("2"), report + report + stopCard + end);
   const std::string log = folder.read("8");
-  EXPECT_TRUE(log.starts_with(stopCard + "\n          SUMMARY OF COMPUTING TIMES :\n          " + std::string(26, '=') +
-                              "\n\n               TOTAL CPU TIME             :"));
+  EXPECT_TRUE(log.starts_with(stopCard + "          SUMMARY OF COMPUTING TIMES :\n          " + std::string(26, '=') +
+                              "\n               TOTAL CPU TIME             :"));
   EXPECT_NE(log.find("\n               COMPUTING MATRICES         :  0.00E+00 (****** % )\n"
                      "                    INITIAL COMPUTATIONS       :  0.00E+00 (****** % )\n"),
             std::string::npos)
