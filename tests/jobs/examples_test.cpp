@@ -1,4 +1,5 @@
-// Runs the decks of the examples and compares what they leave with the values that stand beside them.
+// Runs the decks of the examples and of the manual, and compares what they leave with the values that stand beside
+// them.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -105,6 +106,25 @@ TEST(Examples, EveryFolderIsTested) {
       found.insert(entry.path().filename().string());
 
   EXPECT_EQ(found, tested);
+}
+
+/// The text of the first code block that begins with a problem word.
+std::string deckOfTheManual() {
+  constexpr std::string_view fence = "\n```\n";
+  const std::string page = readFile(std::filesystem::path(ZEMA_SOURCE) / "docs/manual/deck.md");
+  const std::size_t start = page.find("\n```\nMEC3D");
+  if (start == std::string::npos) return "";
+  const std::size_t text = start + fence.size();
+  return page.substr(text, page.find("```", text) - text);
+}
+
+TEST(Manual, TheDeckWithCommentsGivesTheElongationThatThePageStates) {
+  const JobFolder folder;
+
+  const auto results = solve(folder, deckOfTheManual());
+
+  constexpr int endNode = 9;
+  EXPECT_NEAR(atNode(lastBlock(results, "DISPLACEMENTS"), endNode)[0], 0.008, 1e-10);
 }
 
 }  // namespace
