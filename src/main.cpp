@@ -28,8 +28,8 @@ void openFrequencyRecords(Job& job, const std::string& CPROB1) {
 std::unique_ptr<Kernel> makeKernel(const Job& job) {
   const ProblemWord word = findProblemWord(job.CTEXT.CPROB).value();
   if (word.kernel != KernelKind::solid) {
-    throw InputFault(job.CFILE[1] + ": the kernel of problem word \"" + job.CTEXT.CPROB +
-                     "\" is not in this build yet; it knows \"MEC3D\" and \"ACOP3D\"");
+    throw InputFault(job.CFILE[1] + ": the kernel of problem word '" + job.CTEXT.CPROB +
+                     "' is not in this build yet; it knows 'MEC3D' and 'ACOP3D'");
   }
   return makeSolid3D();
 }

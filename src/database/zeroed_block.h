@@ -15,7 +15,9 @@ class ZeroedBlock {
   ZeroedBlock() = default;
   /// Throws std::bad_alloc when the memory does not suffice.
   explicit ZeroedBlock(std::size_t size)
-      : size_(size), values_(static_cast<double*>(std::calloc(std::max<std::size_t>(size, 1), sizeof(double)))) {
+      : size_(size),
+        // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): only calloc gives pages that the system has cleared
+        values_(static_cast<double*>(std::calloc(std::max<std::size_t>(size, 1), sizeof(double)))) {
     if (!values_) {
       throw std::bad_alloc();
     }
@@ -30,6 +32,7 @@ class ZeroedBlock {
 
  private:
   struct Free {
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc,cppcoreguidelines-owning-memory): the counterpart of calloc
     void operator()(double* memory) const { std::free(memory); }
   };
 

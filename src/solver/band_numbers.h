@@ -11,9 +11,9 @@ class Channel;
 
 /// What the band is checked against.
 struct BandLimits {
-  SolverCode NSOLV;       ///< the solver in use
-  bool renumbered;        ///< KRENU = 1: nodes were renumbered
-  int allowedGrants = 1;  ///< with band LU, 2 NBAND may reach this many times MBAND (100 for plane solids and shells)
+  SolverCode NSOLV{};       ///< the solver in use
+  bool renumbered = false;  ///< KRENU = 1: nodes were renumbered
+  int allowedGrants = 1;    ///< with band LU, 2 NBAND may reach this many times MBAND (100 for plane solids and shells)
 };
 
 /// Sets MBAND = 2 m + 5, where m is the largest value of NBAND + IPERM(q) - IPERM(p) over the free positions p, q of
