@@ -154,9 +154,20 @@ class Driver {
           FreeLine(frequencyCard_.first, frequencyCard_.second, frequencyCard_.third, frequencyCard_.fourth));
       job_.channels.close(channel::frequencies);
     }
+    balanceInactiveElements();
     model_.loop.NPASS = 1;
     model_.control.KACOP = uncoupled;
     model_.loop.INCRE = job_.IRUN.IINCS;
+  }
+
+  /// An element that is switched off has no internal force from now on: what is left of its total load is out of
+  /// balance. Without this, rounding left by the last increment would drive the nodes that only such elements hold.
+  void balanceInactiveElements() {
+    for (int e = 0; e < model_.mesh.NELEM(); ++e) {
+      if (!model_.active(model_.mesh.element(e))) {
+        std::ranges::copy(model_.vectors.TLOAD(e), model_.vectors.ELOAD(e, 1).begin());
+      }
+    }
   }
 
   Next runIncrements() {

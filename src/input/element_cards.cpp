@@ -94,6 +94,9 @@ void refuseUnknown(const CardReader& cards, const Kernel& kernel, const ElementD
     cards.fault("NTYPE", element.NTYPE,
                 "another type: element type " + std::to_string(element.NTYPE) + " has no formulation in this kernel");
   }
+  if (element.NGAUS < 1) {
+    cards.fault("NGAUS", element.NGAUS, "at least 1 point");
+  }
   if (!hasRule(element.NINTE, element.NGAUS)) {
     cards.fault(
         "NINTE", element.NINTE,

@@ -39,10 +39,9 @@ void readGravity(Job& job, Model& model, const Kernel& kernel) {
   static constexpr Layout heading(R"(1X "* ---- FI ---- THETA ---- HI ----- GRAVY ---- *")");
   CardReader& cards = job.cards();
   cards.begin("gravity");
-  std::array<double, 3> angles{};
-  for (double& angle : angles) {
-    angle = cards.real("angle");
-  }
+  const double FI = cards.real("FI");
+  const double THETA = cards.real("THETA");
+  const std::array<double, 3> angles = {FI, THETA, cards.real("HI")};
   const double GRAVY = cards.real("GRAVY");
   job.listing().write(heading);
   job.listing().line(FreeLine(angles, GRAVY));

@@ -21,10 +21,12 @@ constexpr int textColumns = 72;
 void readTitle(Job& job, Model& model) {
   static constexpr Layout heading(
       R"(/ "        ECHO OF THERMAL LOADS DATA FOLLOWS :" / 8X 36("=") / 30("-") " LOAD NUMBER:" I5 30("-"))");
-  static constexpr Layout title(R"("0" A)");
+  static constexpr Layout title(R"("0" A72)");
   job.listing().write(heading, model.loop.ILOAD);
   model.loadStep.title = job.cards().line("load title", textColumns);
-  job.listing().write(title, model.loadStep.title);
+  std::string padded = model.loadStep.title;
+  padded.resize(textColumns, ' ');
+  job.listing().write(title, padded);
 }
 
 void readActiveSteps(CardReader& cards, Model& model) {

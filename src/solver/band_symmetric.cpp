@@ -78,14 +78,14 @@ class SymmetricLines final : public LineMethod {
  public:
   explicit SymmetricLines(BandMatrix& A) : A_(A), steps_(A) {}
 
-  void finishLine(int i, LineScratch& scratch, const LineProgress& progress) override {
+  bool finishLine(int i, LineScratch& scratch, const LineProgress& progress) override {
     const Lines rows = tileLines(i, A_.NEQNS());
     const int first = firstTile(A_, i);
     scratch.left.resize(static_cast<std::size_t>(i - first + 1));
     std::vector<Tile>& plain = Steps::plain(scratch);
     plain.resize(scratch.left.size());
     for (int j = first; j <= i; ++j) {
-      if (j < i && !progress.waitFor(j)) return;
+      if (j < i && !progress.waitFor(j)) return false;
       const Lines columns = tileLines(j, A_.NEQNS());
       const auto place = static_cast<std::size_t>(j - first);
       Tile& tile = scratch.left[place];
@@ -99,6 +99,7 @@ class SymmetricLines final : public LineMethod {
       }
       storeTransposed(plain[place], A_, rows, columns);
     }
+    return true;
   }
 
  private:

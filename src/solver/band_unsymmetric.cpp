@@ -15,19 +15,20 @@ class UnsymmetricLines final : public LineMethod {
  public:
   explicit UnsymmetricLines(BandMatrix& A) : A_(A) {}
 
-  void finishLine(int i, LineScratch& scratch, const LineProgress& progress) override {
+  bool finishLine(int i, LineScratch& scratch, const LineProgress& progress) override {
     const Lines own = tileLines(i, A_.NEQNS());
     const int first = firstTile(A_, i);
     const Begin begin{A_.firstColumn(own.first), A_.firstColumn(own.first) - first * tileSize};
     scratch.left.resize(static_cast<std::size_t>(i - first));
     scratch.above.resize(static_cast<std::size_t>(i - first));
     for (int j = first; j < i; ++j) {
-      if (!progress.waitFor(j)) return;
+      if (!progress.waitFor(j)) return false;
       const Lines other = tileLines(j, A_.NEQNS());
       finishLower(own, other, begin, scratch, scratch.left[static_cast<std::size_t>(j - first)]);
       finishUpper(own, other, begin, scratch, scratch.above[static_cast<std::size_t>(j - first)]);
     }
     finishDiagonal(own, own.first - first * tileSize, scratch);
+    return true;
   }
 
  private:

@@ -11,10 +11,22 @@ namespace zema {
 
 bool LineProgress::waitFor(int line) const {
   while (!finished_[static_cast<std::size_t>(line)].load(std::memory_order_acquire)) {
-    if (failed()) return false;
+    if (!reaches(line)) return false;
     std::this_thread::yield();
   }
   return true;
+}
+
+void LineProgress::fail(int line) {
+  const std::lock_guard lock(mutex_);
+  if (reaches(line)) {
+    failure_ = std::current_exception();
+    failedLine_.store(line, std::memory_order_release);
+  }
+}
+
+void LineProgress::rethrow() const {
+  if (failure_) std::rethrow_exception(failure_);
 }
 
 int firstTile(const BandMatrix& A, int i) {
@@ -28,17 +40,16 @@ void factoriseLines(const BandMatrix& A, LineMethod& method, WorkerPool& pool) {
   std::atomic<int> next = 0;
   const auto work = [&](int /*first*/, int /*last*/, int /*worker*/) {
     LineScratch scratch;
-    try {
-      for (int i = next++; i < lines && !progress.failed(); i = next++) {
-        method.finishLine(i, scratch, progress);
-        progress.finish(i);
+    for (int i = next++; i < lines && progress.reaches(i); i = next++) {
+      try {
+        if (method.finishLine(i, scratch, progress)) progress.finish(i);
+      } catch (...) {
+        progress.fail(i);
       }
-    } catch (...) {
-      progress.fail();
-      throw;
     }
   };
   pool.forEachBlock(std::min(pool.size(), lines), 1, work);
+  progress.rethrow();
 }
 
 }  // namespace zema

@@ -2,6 +2,9 @@
 #pragma once
 
 #include <atomic>
+#include <exception>
+#include <limits>
+#include <mutex>
 #include <vector>
 
 #include "foundation/parallel.h"
@@ -15,16 +18,22 @@ class LineProgress {
  public:
   explicit LineProgress(int lines) : finished_(static_cast<std::size_t>(lines)) {}
 
-  /// Waits until a line is finished; false if the factorisation has failed meanwhile.
+  /// Waits until a line is finished; false if it never will be, because it or a line before it has failed.
   [[nodiscard]] bool waitFor(int line) const;
 
   void finish(int line) { finished_[static_cast<std::size_t>(line)].store(true, std::memory_order_release); }
-  void fail() { failed_.store(true, std::memory_order_relaxed); }
-  [[nodiscard]] bool failed() const { return failed_.load(std::memory_order_relaxed); }
+  /// Keeps the exception in flight as that of a line, unless an earlier line has failed.
+  void fail(int line);
+  /// Whether it still makes sense to begin a line.
+  [[nodiscard]] bool reaches(int line) const { return line < failedLine_.load(std::memory_order_acquire); }
+  /// Throws the exception of the first line that failed, if one did.
+  void rethrow() const;
 
  private:
   std::vector<std::atomic<bool>> finished_;
-  std::atomic<bool> failed_ = false;
+  std::atomic<int> failedLine_ = std::numeric_limits<int>::max();
+  std::mutex mutex_;
+  std::exception_ptr failure_;
 };
 
 /// Working memory of one thread: the tiles of one line in order.
@@ -40,9 +49,9 @@ class LineMethod {
  public:
   virtual ~LineMethod() = default;
 
-  /// Finishes line i; waits for each line before it whose tiles it needs, and gives up when that wait fails. Which
-  /// thread comes by must not matter. May throw: the factorisation ends.
-  virtual void finishLine(int i, LineScratch& scratch, const LineProgress& progress) = 0;
+  /// Finishes line i; waits for each line before it whose tiles it needs, and returns false when that wait fails.
+  /// Which thread comes by must not matter. May throw: the factorisation ends.
+  [[nodiscard]] virtual bool finishLine(int i, LineScratch& scratch, const LineProgress& progress) = 0;
 };
 
 /// Number of tiles in a row of `lines` rows or columns.
@@ -53,7 +62,8 @@ class LineMethod {
 /// First tile of line i that holds a part of the band.
 [[nodiscard]] int firstTile(const BandMatrix& A, int i);
 
-/// Runs a method over all lines of a band matrix.
+/// Runs a method over all lines of a band matrix. When lines throw, the exception of the first of them comes out, with
+/// any number of threads.
 void factoriseLines(const BandMatrix& A, LineMethod& method, WorkerPool& pool);
 
 }  // namespace zema

@@ -47,8 +47,8 @@ TEST_F(LoadCardsTest, ReadsAndEchoesTheHead) {
   const std::string dashes(30, '-');
   EXPECT_EQ(
       listing(), "\n        ECHO OF THERMAL LOADS DATA FOLLOWS :\n        " + std::string(36, '=') + "\n" + dashes +
-                     " LOAD NUMBER:   12" + dashes +
-                     "\n0a step, with blanks \n"
+                     " LOAD NUMBER:   12" + dashes + "\n0a step, with blanks " + std::string(52, ' ') +
+                     "\n"
                      "      NUMBER OF INCREMENTS........................:       20\n"
                      "      POINTS LOADS................................:  NO \n"
                      "      GRAVITY LOADS...............................:  NO \n"

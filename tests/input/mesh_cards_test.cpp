@@ -175,7 +175,7 @@ TEST_F(MeshCardsTest, ElementNumbersOutOfRangeAreFaults) {
   parts.elements = "2 1 0 0 6 1 4 1 6 1 2 3 4 0 0 0\n" + second;
   EXPECT_THAT(fault(), HasSubstr("field NINTE: found 6"));
   parts.elements = "2 1 0 0 6 1 4 0 1 1 2 3 4 0 0 0\n" + second;
-  EXPECT_THAT(fault(), HasSubstr("a rule of NGAUS = 0 points"));
+  EXPECT_THAT(fault(), HasSubstr("field NGAUS: found 0, expected at least 1 point"));
   parts.elements = "2 1 0 0 6 1 9 1 1 1 2 3 4 5 1 2 3 4 0 0 0\n" + second;
   EXPECT_THAT(fault(), HasSubstr("field NNODE: found 9, expected at most 8 nodes"));
 }
