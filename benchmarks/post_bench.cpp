@@ -25,7 +25,7 @@ zema::Model rowOfBricks() {
   model.loadStep.ACTIV = {1};
   zema::Mesh& mesh = model.mesh;
   const int nodes = 4 * (bricks + 1);
-  mesh.NDIME = mesh.MDOFN = 3;
+  mesh.dimensions = mesh.MDOFN = 3;
   mesh.NNODM = points;
   mesh.NTOTV = 3 * nodes;
   mesh.numbering = zema::NodeNumbering(nodes);

@@ -10,9 +10,9 @@ namespace zema {
 /// Elastic and viscous matrix and density of a layer or a composite.
 template <int N>
 struct ElasticMean {
-  Matrix<N> VDMANX;  ///< force / length^2
-  Matrix<N> VCVISC;  ///< force time / length^2
-  double DENSV = 0.0;
+  Matrix<N> VDMANX;    ///< elastic matrix, force / length^2
+  Matrix<N> VCVISC;    ///< viscous matrix, force time / length^2
+  double DENSV = 0.0;  ///< density, mass / length^3
 
   void add(double weight, const ElasticMean& part);
 };

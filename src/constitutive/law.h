@@ -21,9 +21,9 @@ struct PassContext {
   double TOLER = 0.0;  ///< tolerance of the increment, percent
   double DTIME = 0.0;  ///< time step
   bool dynamic = false;
-  int ILOAD = 0;  ///< load step, increment, iteration, from 1
-  int INCRE = 0;
-  int IITER = 0;
+  int ILOAD = 0;       ///< load step, from 1
+  int INCRE = 0;       ///< increment, from 1
+  int IITER = 0;       ///< iteration, from 1
   double TCYCL = 0.0;  ///< not 0: fatigue is on
   double NCYCL = 0.0;  ///< number of cycles
 

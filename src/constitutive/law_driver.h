@@ -17,7 +17,7 @@ struct CommittedPoint {
 /// The same after the law.
 template <int N>
 struct UpdatedPoint {
-  Stress<N> STRSG;
+  Stress<N> STRSG;  ///< stress
   Strain<N> STRAP;  ///< plastic strain
   LawState state;
   Matrix<N> tangent;          ///< d STRSG / d strain, real space; not formed when elasticMatrix

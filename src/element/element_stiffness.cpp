@@ -15,10 +15,10 @@ constexpr std::size_t at(int i) {
 
 /// A = F F D + S by components of the gradient.
 template <class Kin>
-Matrix<Kin::components> finiteTangent(const Matrix<Kin::NSTR>& D, const Matrix<3>& F, const Stress<Kin::NSTR>& S) {
+Matrix<Kin::components> finiteTangent(const Matrix<Kin::NSTR1>& D, const Matrix<3>& F, const Stress<Kin::NSTR1>& S) {
   constexpr int C = Kin::components;
-  Matrix<Kin::NSTR, C> DF;
-  for (int r = 0; r < Kin::NSTR; ++r)
+  Matrix<Kin::NSTR1, C> DF;
+  for (int r = 0; r < Kin::NSTR1; ++r)
     unrolled<C>([&](auto c) {
       unrolled<3>([&](auto q) {
         if constexpr (Kin::coupled(Kin::column(c), q)) DF(r, c) += D(r, placeOf(Kin::column(c), q)) * F(Kin::row(c), q);
@@ -69,17 +69,17 @@ void StiffnessSum<Kin, NNODE>::fillRow(Row& row, const Functions& G, const Coeff
 }
 
 template <class Kin, int NNODE>
-void StiffnessSum<Kin, NNODE>::add(const Functions& G, const Matrix<Kin::NSTR>& D, double dV) {
+void StiffnessSum<Kin, NNODE>::add(const Functions& G, const Matrix<Kin::NSTR1>& D, double dV) {
   Point& point = next();
   point.G = G;
   const Functions weighted = scaled(dV, G);
-  for (int r = 0; r < Kin::NSTR; ++r)
+  for (int r = 0; r < Kin::NSTR1; ++r)
     fillRow(point.rows[at(r)], weighted, [&](auto c) { return D(r, placeOf(Kin::row(c), Kin::column(c))); });
 }
 
 template <class Kin, int NNODE>
-void StiffnessSum<Kin, NNODE>::add(const Functions& G, const Matrix<Kin::NSTR>& D, const Matrix<3>& F,
-                                   const Stress<Kin::NSTR>& S, double dV) {
+void StiffnessSum<Kin, NNODE>::add(const Functions& G, const Matrix<Kin::NSTR1>& D, const Matrix<3>& F,
+                                   const Stress<Kin::NSTR1>& S, double dV) {
   Point& point = next();
   point.G = G;
   finite_ = true;

@@ -17,14 +17,14 @@ template <class Kin, int NNODE>
 class StiffnessSum {
  public:
   using Functions = Matrix<Kin::functions, NNODE>;
-  static constexpr int NEVAB = Kin::directions * NNODE;
+  static constexpr int NEVAB = Kin::directions * NNODE;  ///< degrees of freedom of the element
   static constexpr int mostPoints = Kin::directions == 3 ? 8 : 9;
 
   /// Adds a point at small strains: dV B^T D B. G: gradient functions (function x node).
-  void add(const Functions& G, const Matrix<Kin::NSTR>& D, double dV);
+  void add(const Functions& G, const Matrix<Kin::NSTR1>& D, double dV);
   /// Adds a point at finite strains: dV (B^T D B + geometric term of the second Piola-Kirchhoff stress S). All points
   /// of a sum must be of one kind.
-  void add(const Functions& G, const Matrix<Kin::NSTR>& D, const Matrix<3>& F, const Stress<Kin::NSTR>& S, double dV);
+  void add(const Functions& G, const Matrix<Kin::NSTR1>& D, const Matrix<3>& F, const Stress<Kin::NSTR1>& S, double dV);
   /// Writes the sum: NEVAB x NEVAB by rows, places by node, then by direction.
   void writeTo(std::span<double> ESTIF) const;
 

@@ -14,7 +14,7 @@ using NodalForces = Matrix<Kin::directions, NNODE>;
 /// f += dV B^T sigma. G: gradient functions (function x node); F: deformation gradient, not read at small strains.
 template <class Kin, int NNODE>
 void addInternalForce(const Matrix<Kin::functions, NNODE>& G, const Matrix<3>& F, StrainMeasure measure,
-                      const Stress<Kin::NSTR>& sigma, double dV, NodalForces<Kin, NNODE>& f) {
+                      const Stress<Kin::NSTR1>& sigma, double dV, NodalForces<Kin, NNODE>& f) {
   // P = F S, first Piola-Kirchhoff stress; the force of direction i on node a is P(i, k) G(k, a)
   for (int c = 0; c < Kin::components; ++c) {
     const int i = Kin::row(c), k = Kin::column(c);

@@ -20,26 +20,26 @@ inline constexpr std::string_view line = " PROGRAMA DETENIDO EN LA SUBROUTINA JA
 [[noreturn]] void stopAtJacobian(std::string_view firstLine, int element);
 
 /// Coordinates of a point: sum over nodes of ELCOD (node x coordinate) SHAPEN.
-template <int NDIM, int NNODE>
-[[nodiscard]] constexpr Vector<NDIM> GPCOD(const Matrix<NNODE, NDIM>& ELCOD, const Vector<NNODE>& SHAPEN) {
+template <int dimensions, int NNODE>
+[[nodiscard]] constexpr Vector<dimensions> GPCOD(const Matrix<NNODE, dimensions>& ELCOD, const Vector<NNODE>& SHAPEN) {
   return PROMA1(Matrix<1, NNODE>{SHAPEN}, ELCOD).values;
 }
 
 /// `JACOB3D`, `JACOB2D`: fills CARTD (derivatives in global coordinates, coordinate x node) from DERIV (natural
 /// coordinate x node) and the node coordinates ELCOD (node x coordinate), and returns the determinant of the Jacobian.
 /// Throws PlainStop when it is not positive.
-template <int NDIM, int NNODE>
-[[nodiscard]] inline double JACOB(const Matrix<NDIM, NNODE>& DERIV, const Matrix<NNODE, NDIM>& ELCOD, int element,
-                                  Matrix<NDIM, NNODE>& CARTD) {
-  const Matrix<NDIM> XJACM = PROMA1(DERIV, ELCOD);  // d x_i / d xi_k in row k
+template <int dimensions, int NNODE>
+[[nodiscard]] inline double JACOB(const Matrix<dimensions, NNODE>& DERIV, const Matrix<NNODE, dimensions>& ELCOD,
+                                  int element, Matrix<dimensions, NNODE>& CARTD) {
+  const Matrix<dimensions> XJACM = PROMA1(DERIV, ELCOD);  // d x_i / d xi_k in row k
   const double DJACB = DETERM3D(XJACM);
-  if (!(DJACB > 0.0)) stopAtJacobian(NDIM == 3 ? jacobian_stop::solid : jacobian_stop::surface, element);
-  Matrix<NDIM> XJACI;
+  if (!(DJACB > 0.0)) stopAtJacobian(dimensions == 3 ? jacobian_stop::solid : jacobian_stop::surface, element);
+  Matrix<dimensions> XJACI;
   static_cast<void>(INVERT3D(XJACM, XJACI));
-  for (int i = 0; i < NDIM; ++i)
+  for (int i = 0; i < dimensions; ++i)
     for (int a = 0; a < NNODE; ++a) {
       CARTD(i, a) = XJACI(i, 0) * DERIV(0, a);
-      for (int k = 1; k < NDIM; ++k) CARTD(i, a) += XJACI(i, k) * DERIV(k, a);
+      for (int k = 1; k < dimensions; ++k) CARTD(i, a) += XJACI(i, k) * DERIV(k, a);
     }
   return DJACB;
 }
@@ -58,19 +58,19 @@ template <int NNODE>
 }
 
 /// What a line gives at a point.
-template <int NDIM, int NNODE>
+template <int dimensions, int NNODE>
 struct LineJacobian {
-  double DJACB = 0.0;        ///< length per unit of the natural coordinate
-  Vector<NDIM> TRANF{};      ///< unit tangent
-  Matrix<1, NNODE> CARTD{};  ///< derivatives along the line
+  double DJACB = 0.0;          ///< length per unit of the natural coordinate
+  Vector<dimensions> TRANF{};  ///< unit tangent
+  Matrix<1, NNODE> CARTD{};    ///< derivatives along the line
 };
 
 /// `JACOB1D`: a line in the plane or in space, ELCOD node x coordinate. Throws PlainStop when its length is not
 /// positive.
-template <int NDIM, int NNODE>
-[[nodiscard]] LineJacobian<NDIM, NNODE> JACOB1D(const Matrix<1, NNODE>& DERIV, const Matrix<NNODE, NDIM>& ELCOD,
-                                                int element) {
-  LineJacobian<NDIM, NNODE> line;
+template <int dimensions, int NNODE>
+[[nodiscard]] LineJacobian<dimensions, NNODE> JACOB1D(const Matrix<1, NNODE>& DERIV,
+                                                      const Matrix<NNODE, dimensions>& ELCOD, int element) {
+  LineJacobian<dimensions, NNODE> line;
   line.TRANF = PROMA1(DERIV, ELCOD).values;
   double squares = 0.0;
   for (const double tangent : line.TRANF) squares += tangent * tangent;

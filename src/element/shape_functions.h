@@ -8,10 +8,10 @@
 namespace zema {
 
 /// Shape functions at a natural point.
-template <int NDIM, int NNODE>
+template <int dimensions, int NNODE>
 struct ShapeFunctions {
-  Vector<NNODE> SHAPEN{};       ///< values, by node
-  Matrix<NDIM, NNODE> DERIV{};  ///< derivatives: row = natural coordinate, column = node
+  Vector<NNODE> SHAPEN{};             ///< values, by node
+  Matrix<dimensions, NNODE> DERIV{};  ///< derivatives: row = natural coordinate, column = node
 };
 
 /// `SFR3D`: the solid of 4 nodes (linear tetrahedron, nodes (0,0,0), (1,0,0), (0,1,0), (0,0,1)) or of 8 nodes

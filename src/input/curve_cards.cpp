@@ -130,10 +130,10 @@ Curve readCurve(CardReader& cards, const Model& model, const Kernel& kernel) {
   Curve curve;
   curve.title = cards.line("curve title", titleWidth);
   const std::span<int, 10> KDATS(curve.KDATS);
-  curve.XWORD = readAxis(cards, model, "curve X axis", KDATS.first<5>());
-  curve.YWORD = readAxis(cards, model, "curve Y axis", KDATS.last<5>());
-  placeForce(model, kernel, curve.YWORD, KDATS.last<5>());
-  placeForce(model, kernel, curve.XWORD, KDATS.first<5>());
+  curve.xWord = readAxis(cards, model, "curve X axis", KDATS.first<5>());
+  curve.yWord = readAxis(cards, model, "curve Y axis", KDATS.last<5>());
+  placeForce(model, kernel, curve.yWord, KDATS.last<5>());
+  placeForce(model, kernel, curve.xWord, KDATS.first<5>());
   return curve;
 }
 

@@ -29,7 +29,7 @@ void writeFrequencyHead(Job& job, const Model& model) {
 void sizeMesh(Model& model, const KernelProfile& profile) {
   const ControlRecord& control = model.control;
   Mesh& mesh = model.mesh;
-  mesh.NDIME = profile.NDIME;
+  mesh.dimensions = profile.dimensions;
   mesh.NNODM = control.NNODM;
   mesh.MDOFN = profile.MDOFN;
   mesh.numbering = NodeNumbering(control.NPOIN);
@@ -69,9 +69,9 @@ void countDofs(Mesh& mesh, const Kernel& kernel, bool lastTwoAlike) {
 }
 
 /// Places of an element in the point store: its NGAUS in every direction of the mesh.
-int pointPlaces(const ElementData& element, int NDIME) {
+int pointPlaces(const ElementData& element, int dimensions) {
   int places = 1;
-  for (int i = 0; i < NDIME; ++i) {
+  for (int i = 0; i < dimensions; ++i) {
     places *= element.NGAUS;
   }
   return places;
@@ -83,7 +83,7 @@ void makeStores(Model& model, const KernelProfile& profile) {
   std::vector<int> points;
   std::vector<int> components;
   for (const ElementData& element : mesh.elements) {
-    points.push_back(pointPlaces(element, mesh.NDIME));
+    points.push_back(pointPlaces(element, mesh.dimensions));
     components.push_back(model.composites(element.MATNO[0]).NUMAT);
   }
   model.positions = ElementPositions(mesh);

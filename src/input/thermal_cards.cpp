@@ -72,7 +72,7 @@ void addSideLoad(Model& model, const Kernel& kernel, const Side& side) {
   }
   constexpr double twoPi = single(6.2831855F);
   const ElementData& element = model.mesh.element(side.element);
-  const RuleTable table = model.mesh.NDIME == 3 ? RuleTable::solid : RuleTable::plane;
+  const RuleTable table = model.mesh.dimensions == 3 ? RuleTable::solid : RuleTable::plane;
   const IntegrationRule& rule = INTEGR(table, element.NINTE, element.NGAUS);
   const int NDOFN = sizesOf(kernel, element).NDOFN;
   for (std::size_t g = 0; g < static_cast<std::size_t>(element.NGAUS); ++g) {

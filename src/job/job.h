@@ -32,10 +32,10 @@ inline constexpr int frequencies = 161;    ///< "frecuencias.dts"
 
 /// Everything about the run that is not the problem itself.
 struct Job {
-  RunRecord IRUN;
-  TextRecord CTEXT;
-  ControlRecord KCONT;
-  FileTable CFILE;
+  RunRecord IRUN;       ///< counters and channels of the run
+  TextRecord CTEXT;     ///< problem word, start word, title
+  ControlRecord KCONT;  ///< sizes and switches from the head of the deck
+  FileTable CFILE;      ///< names of the job's files
   Channels channels;
   std::optional<CardReader> deck;  ///< channel 1, the data deck
   Clock clock;

@@ -14,7 +14,7 @@ struct ResultProfile;
 /// What differs between kernels as data. One row a kernel, in the kernel's own folder.
 struct KernelProfile {
   std::string_view name;              ///< suffix of the kernel in texts: "V3D"
-  int NDIME;                          ///< coordinates of a node
+  int dimensions;                     ///< coordinates of a node
   int MDOFN;                          ///< greatest number of degrees of freedom of a node
   int NSTR1;                          ///< stress components
   int elementAngles;                  ///< Euler angles on an element card
@@ -32,9 +32,9 @@ struct KernelProfile {
 struct ElementSizes {
   int NSTRE = 0;  ///< stress components of the element
   int NDOFN = 0;  ///< degrees of freedom of a node
-  int NGAU1 = 0;  ///< points of the first, second and third loop
-  int NGAU2 = 0;
-  int NGAU3 = 0;
+  int NGAU1 = 0;  ///< integration points of the first loop
+  int NGAU2 = 0;  ///< of the second loop
+  int NGAU3 = 0;  ///< of the third loop
 
   [[nodiscard]] int points() const { return NGAU1 * NGAU2 * NGAU3; }
 };

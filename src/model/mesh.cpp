@@ -18,7 +18,7 @@ std::span<const int> Mesh::nodesOf(int e) const {
 }
 
 std::span<const double> Mesh::coordinates(DeckNode node) const {
-  return std::span(COORD).subspan(at(node.number - 1) * at(NDIME), at(NDIME));
+  return std::span(COORD).subspan(at(node.number - 1) * at(dimensions), at(dimensions));
 }
 
 int Mesh::firstPosition(WorkNode node) const {

@@ -25,18 +25,20 @@ struct ElementData {
 
 /// Nodal coordinates and their numbering. Coordinates never change during a run.
 struct Mesh {
-  int NDIME = 0;                      ///< coordinates per node
+  int dimensions = 0;                 ///< coordinates per node
   int NNODM = 0;                      ///< greatest number of nodes of an element
   int MDOFN = 0;                      ///< greatest number of degrees of freedom of a node
   int NTOTV = 0;                      ///< degree-of-freedom positions of the mesh
-  std::vector<double> COORD;          ///< coordinates by deck node number, NDIME values a node
+  std::vector<double> COORD;          ///< coordinates by deck node number, `dimensions` values a node
   NodeNumbering numbering;            ///< deck numbers to places in the equations
   std::vector<int> NDOFP;             ///< degrees of freedom of a node, by place
   std::vector<int> lastDof;           ///< running total of degrees of freedom up to and with a node, by place
   std::vector<ElementData> elements;  ///< by element number, from 0
   std::vector<int> LNODS;             ///< deck node numbers, NNODM places an element, 0 where there is none
 
+  /// Number of elements.
   [[nodiscard]] int NELEM() const { return static_cast<int>(elements.size()); }
+  /// Number of nodes.
   [[nodiscard]] int NPOIN() const { return numbering.size(); }
   [[nodiscard]] const ElementData& element(int e) const { return elements[static_cast<std::size_t>(e)]; }
   /// The NNODE deck node numbers of element e.
@@ -88,6 +90,7 @@ class ElementVectors {
   [[nodiscard]] std::span<const double> RLOAD(int e, int column) const { return part(e, 3 + column); }
   /// RLOAD(:, 3): initial load of the first increment of the job; empty for words whose store has no such column.
   [[nodiscard]] std::span<double> initialLoad(int e);
+  /// Length of each of these vectors: the greatest number of degrees of freedom of an element.
   [[nodiscard]] int NEVAB() const { return NEVAB_; }
   void clear();
 

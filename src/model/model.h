@@ -16,9 +16,9 @@ namespace zema {
 
 /// One curve of the deck: what is plotted against what.
 struct Curve {
-  std::string title;  ///< at most 16 characters
-  std::string XWORD;  ///< axis words: axis letter in place 1, keyword in places 3 to 7
-  std::string YWORD;
+  std::string title;            ///< at most 16 characters
+  std::string xWord;            ///< word of the X axis: axis letter in place 1, keyword in places 3 to 7
+  std::string yWord;            ///< word of the Y axis
   std::array<int, 10> KDATS{};  ///< parameters of X (0 to 4) and of Y (5 to 9)
 };
 

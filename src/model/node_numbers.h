@@ -23,7 +23,9 @@ class NodeNumbering {
   NodeNumbering() = default;
   explicit NodeNumbering(int NPOIN);
 
+  /// Place of a node of the deck in the equations.
   [[nodiscard]] WorkNode LPNTN(DeckNode node) const { return toWork_[static_cast<std::size_t>(node.number - 1)]; }
+  /// The node of the deck at a place of the equations: the inverse of LPNTN.
   [[nodiscard]] DeckNode LPNINV(WorkNode node) const { return toDeck_[static_cast<std::size_t>(node.index)]; }
   [[nodiscard]] int size() const { return static_cast<int>(toWork_.size()); }
 

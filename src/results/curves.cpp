@@ -24,8 +24,8 @@ void writeHead(Channel& out, const Curve& curve, int output) {
   out.write(first, 1);
   out.write(second, output);
   out.write(title, shortText(curve.title));
-  out.write(axis, shortText(curve.XWORD), KDATS.first(5));
-  out.write(axis, shortText(curve.YWORD), KDATS.last(5));
+  out.write(axis, shortText(curve.xWord), KDATS.first(5));
+  out.write(axis, shortText(curve.yWord), KDATS.last(5));
   out.write(pairOfValues, 0.0, 0.0);
 }
 
@@ -38,14 +38,14 @@ void writeCurve(Channel& out, const Curve& curve, const CurveSource& source, int
   const auto fetch = [&](const std::string& word, std::span<const int> parameters) {
     (word.starts_with('X') ? x : y) = source.BUSCUR(word, parameters);
   };
-  fetch(curve.XWORD, KDATS.first(5));
-  fetch(curve.YWORD, KDATS.last(5));
+  fetch(curve.xWord, KDATS.first(5));
+  fetch(curve.yWord, KDATS.last(5));
   if (withLines) out.write(pairOfValues, x, y);
 }
 
 bool hasTemperature(const Curve& curve) {
-  return curveQuantity(curve.XWORD) == CurveQuantity::temperature ||
-         curveQuantity(curve.YWORD) == CurveQuantity::temperature;
+  return curveQuantity(curve.xWord) == CurveQuantity::temperature ||
+         curveQuantity(curve.yWord) == CurveQuantity::temperature;
 }
 
 }  // namespace

@@ -11,8 +11,8 @@ namespace zema {
 
 /// The elements that share node and point counts.
 struct ElementKind {
-  int NNODE = 0;
-  int NGAUS = 0;
+  int NNODE = 0;                  ///< nodes of each element
+  int NGAUS = 0;                  ///< integration points per direction
   std::string typeWord;           ///< padded to its columns; blank for an unknown node count
   std::string gaussWord;          ///< the same of the point rule, in double quotes
   std::vector<PointIndex> walk;   ///< points in the order of their lines

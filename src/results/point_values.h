@@ -29,7 +29,7 @@ using TensorRoom = std::array<double, 12>;
 struct LayerComponent {
   int layer;
   int place;
-  int LOCMA;
+  int LOCMA;  ///< component number in the point store
 };
 [[nodiscard]] std::vector<LayerComponent> componentsOf(const Composite& composite);
 

@@ -26,7 +26,7 @@ void writeElements(Channel& out, const Mesh& mesh, const ElementKind& kind) {
 /// One mesh; all coordinates stand in the first one of the file.
 void writeMesh(Channel& out, const Mesh& mesh, const ElementKind& kind, bool first) {
   static constexpr Layout head{R"("MESH" 1X A10 1X "Dimension" 1X I1 1X "Elemtype" 1X A 1X "Nnode" 1X A)"};
-  out.write(head, kind.gaussWord, mesh.NDIME, kind.typeWord, std::to_string(kind.NNODE));
+  out.write(head, kind.gaussWord, mesh.dimensions, kind.typeWord, std::to_string(kind.NNODE));
   out.line(FreeLine("Coordinates"));
   if (first) writeCoordinates(out, mesh);
   out.line(FreeLine("End Coordinates"));

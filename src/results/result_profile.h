@@ -24,7 +24,7 @@ struct TensorOutput {
 
 /// How the post files speak of the elements of one node count.
 struct ElementShape {
-  int NNODE;
+  int NNODE;                   ///< the node count
   std::string_view typeWord;   ///< "HexaHedra"
   std::string_view gaussStem;  ///< name of the point rule without the number of points: "HEXA-G"
   /// The points of the shape's own rule in the order of their lines; an element with another number of points has its

@@ -27,7 +27,9 @@ class BandMatrix final : public GlobalMatrix {
   void ENSAMB(const ElementRow& row) override;
 
   [[nodiscard]] BandPart part() const { return part_; }
+  /// Number of equations.
   [[nodiscard]] int NEQNS() const { return NEQNS_; }
+  /// Width of the lower half of the band, diagonal included.
   [[nodiscard]] int NBAND() const { return NBAND_; }
   [[nodiscard]] int columns() const { return columns_; }
   /// Leading dimension of a block inside the band.
@@ -44,6 +46,7 @@ class BandMatrix final : public GlobalMatrix {
     return end < NEQNS_ ? end : NEQNS_;
   }
 
+  /// All stored entries, NEQNS rows of columns() values.
   [[nodiscard]] const std::vector<double>& STIFFG() const { return STIFFG_; }
   [[nodiscard]] std::vector<double>& STIFFG() { return STIFFG_; }
 

@@ -11,21 +11,21 @@ namespace {
 using NaturalPoint = std::array<double, 3>;
 
 /// Checks shape(point) at the element's nodes, and sums and derivatives at a point of no symmetry.
-template <int NDIM, int NNODE, class Shape>
+template <int dimensions, int NNODE, class Shape>
 void checkPattern(const Shape& shape, const std::vector<NaturalPoint>& nodes) {
   ASSERT_EQ(nodes.size(), static_cast<std::size_t>(NNODE));
   for (std::size_t a = 0; a < nodes.size(); ++a) {
-    const ShapeFunctions<NDIM, NNODE> atNode = shape(nodes[a]);
+    const ShapeFunctions<dimensions, NNODE> atNode = shape(nodes[a]);
     for (std::size_t b = 0; b < nodes.size(); ++b)
       EXPECT_NEAR(atNode.SHAPEN[b], a == b ? 1.0 : 0.0, 1e-15) << "node " << a << ", function " << b;
   }
   const NaturalPoint point{0.21, 0.34, -0.17};
-  const ShapeFunctions<NDIM, NNODE> here = shape(point);
+  const ShapeFunctions<dimensions, NNODE> here = shape(point);
   double sum = 0.0;
   for (const double N : here.SHAPEN) sum += N;
   EXPECT_NEAR(sum, 1.0, 1e-14);
   constexpr double h = 1e-5;
-  for (int k = 0; k < NDIM; ++k) {
+  for (int k = 0; k < dimensions; ++k) {
     NaturalPoint ahead = point, behind = point;
     ahead[static_cast<std::size_t>(k)] += h;
     behind[static_cast<std::size_t>(k)] -= h;

@@ -69,7 +69,7 @@ auto writtenOut(const Matrix<Kin::functions, NNODE>& G, const Matrix<3>& F) {
 
 /// Adds the geometric stiffness, node pair by node pair.
 template <class Kin, int NNODE>
-void addGeometric(const Matrix<Kin::functions, NNODE>& G, const Stress<Kin::NSTR>& S, double dV,
+void addGeometric(const Matrix<Kin::functions, NNODE>& G, const Stress<Kin::NSTR1>& S, double dV,
                   Matrix<Kin::directions * NNODE>& K) {
   constexpr int n = Kin::directions;
   const Matrix<3> tensor = tensorOf(S);
@@ -95,7 +95,7 @@ template <class Kin, int NNODE>
 void checkInternalForce(StrainMeasure measure) {
   Random random;
   const auto G = random.fill<Matrix<Kin::functions, NNODE>>(-2, 2);
-  const auto sigma = random.fill<Stress<Kin::NSTR>>(-5, 5);
+  const auto sigma = random.fill<Stress<Kin::NSTR1>>(-5, 5);
   const Matrix<3> F = someGradient<Kin>();
   const auto B = writtenOut<Kin>(G, measure == StrainMeasure::finite ? F : Matrix<3>::identity());
 
@@ -105,7 +105,7 @@ void checkInternalForce(StrainMeasure measure) {
   for (int a = 0; a < NNODE; ++a)
     for (int i = 0; i < Kin::directions; ++i) {
       double expected = 0.0;
-      for (int r = 0; r < Kin::NSTR; ++r) expected += 0.7 * B(r, Kin::directions * a + i) * sigma[r];
+      for (int r = 0; r < Kin::NSTR1; ++r) expected += 0.7 * B(r, Kin::directions * a + i) * sigma[r];
       EXPECT_NEAR(f(i, a), expected, 1e-13);
     }
 }
@@ -118,9 +118,9 @@ void checkStiffness(StrainMeasure measure, bool symmetricD) {
   Matrix<NEVAB> expected;
   for (int point = 0; point < 3; ++point) {
     const auto G = random.fill<Matrix<Kin::functions, NNODE>>(-2, 2);
-    auto D = random.fill<Matrix<Kin::NSTR>>(-5, 5);
+    auto D = random.fill<Matrix<Kin::NSTR1>>(-5, 5);
     if (symmetricD) D = PROMAT(D, D);
-    const auto S = random.fill<Stress<Kin::NSTR>>(-5, 5);
+    const auto S = random.fill<Stress<Kin::NSTR1>>(-5, 5);
     const Matrix<3> F = measure == StrainMeasure::finite ? someGradient<Kin>() : Matrix<3>::identity();
     const double dV = 0.3 + point;
     const auto B = writtenOut<Kin>(G, F);

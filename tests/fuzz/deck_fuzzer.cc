@@ -49,7 +49,7 @@ void readDeck(std::string text) {
   model.control = job.KCONT;
   model.NSTR1 = kernel->profile().NSTR1;
   model.mesh.MDOFN = kernel->profile().MDOFN;
-  model.mesh.NDIME = kernel->profile().NDIME;
+  model.mesh.dimensions = kernel->profile().dimensions;
   INPU(job, model, *kernel);
   kernel->prepare(model);
   readLoadSteps(job, model, *kernel);

@@ -31,8 +31,8 @@ TEST_F(CurveCardsTest, EveryKeywordHasItsCountOfValues) {
 
   ASSERT_EQ(model.curves.size(), 5U);
   EXPECT_EQ(model.curves[0].title, "reaction-time cu");
-  EXPECT_EQ(model.curves[0].XWORD, "X-IINCS");
-  EXPECT_EQ(model.curves[0].YWORD, "Y-TREAC of a node");
+  EXPECT_EQ(model.curves[0].xWord, "X-IINCS");
+  EXPECT_EQ(model.curves[0].yWord, "Y-TREAC of a node");
   EXPECT_THAT(model.curves[0].KDATS, ElementsAre(0, 0, 0, 0, 0, 3, 2, 0, 0, 0));
   EXPECT_THAT(model.curves[1].KDATS, ElementsAre(1, 2, 3, 0, 0, 1, 0, 0, 0, 0));
   EXPECT_THAT(model.curves[2].KDATS, ElementsAre(5, 0, 0, 0, 0, 1, 1, 3, 1, 1));

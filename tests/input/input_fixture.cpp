@@ -9,7 +9,7 @@ const KernelProfile& SizesOnly::profile() const {
   static constexpr std::array<int, 3> solids{6, 20, 21};
   static constexpr std::array<int, 6> planes{1, 2, 3, 4, 5, 6};
   static const KernelProfile solid{.name = "V3D",
-                                   .NDIME = 3,
+                                   .dimensions = 3,
                                    .MDOFN = 3,
                                    .NSTR1 = 6,
                                    .elementAngles = 3,
@@ -22,7 +22,7 @@ const KernelProfile& SizesOnly::profile() const {
                                    .fixityEcho = "1X I9 5X I6 5X 5E10.6",
                                    .jacobianMessage = ""};
   static const KernelProfile plane{.name = "V2D",
-                                   .NDIME = 2,
+                                   .dimensions = 2,
                                    .MDOFN = 2,
                                    .NSTR1 = 4,
                                    .elementAngles = 0,

@@ -24,7 +24,7 @@ inline Model solidModel(const std::vector<Point>& nodes, const std::vector<std::
   model.NSTR1 = 6;
   model.control.NFASE = 2;
   Mesh& mesh = model.mesh;
-  mesh.NDIME = 3;
+  mesh.dimensions = 3;
   mesh.NNODM = 8;
   mesh.MDOFN = 3;
   mesh.numbering = NodeNumbering(static_cast<int>(nodes.size()));

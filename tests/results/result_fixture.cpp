@@ -37,7 +37,7 @@ Model makeModel(int NPOIN, const std::vector<std::vector<int>>& elementNodes, in
   model.composites.all = {Composite{}};
   addLayer(model, 1);
   Mesh& mesh = model.mesh;
-  mesh.NDIME = mesh.MDOFN = 3;
+  mesh.dimensions = mesh.MDOFN = 3;
   mesh.NNODM = 8;
   mesh.NTOTV = 3 * NPOIN;
   mesh.numbering = NodeNumbering(NPOIN);

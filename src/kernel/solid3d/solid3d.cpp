@@ -29,7 +29,7 @@ constexpr std::array elementTypes{solidType, 20, 21};
 
 constexpr KernelProfile solidProfile{
     .name = "V3D",
-    .NDIME = 3,
+    .dimensions = 3,
     .MDOFN = 3,
     .NSTR1 = 6,
     .elementAngles = 3,
