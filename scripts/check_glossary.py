@@ -2,10 +2,11 @@
 """Checks that docs/glossary.md explains every capital name of the headers under src.
 
 A capital name is a C++ identifier in capitals, digits and underscores with three letters or more. Each must have a row
-`NAME` | meaning | header, with a meaning, and with a header that holds the name.
+`NAME` | meaning | header, with a meaning, and with a header that holds the name; rows stand in alphabetical order.
 --missing prints ready-made rows for the names without one; a meaning is taken from the comment of the declaration."""
 
 import argparse
+import itertools
 import re
 import sys
 
@@ -122,6 +123,7 @@ def main():
             faults.append(f"{name} has no meaning")
         if header not in {use.header for use in names.get(name, [])}:
             faults.append(f"{name} does not stand in {header or 'any header'}")
+    faults += [f"{after} must not follow {before}" for before, after in itertools.pairwise(rows) if before > after]
     print("\n".join(f"docs/glossary.md: {fault}" for fault in faults) or f"{len(names)} capital names, all explained")
     return 1 if faults else 0
 
