@@ -249,6 +249,21 @@ Stress<N> ConstitutiveBlock<N>::MODULI(const Model& model, int e, const Strain<N
 }
 
 template <int N>
+Matrix<3> ConstitutiveBlock<N>::gradientInRecordAxes(int e, int component, const Matrix<3>& F) const {
+  if (component == 0) return F;
+  const Matrix<3> inElement = gradientToLocal(F, inGlobal(e).axes);
+  for (const LayerPlan<N>& layer : planFor(e).layers) {
+    for (const ComponentPlan<N>& part : layer.components) {
+      if (part.record != component) continue;
+      const Rotation<N>& material = elastic_[static_cast<std::size_t>(part.material - 1)].axes;
+      return gradientToLocal(gradientToLocal(inElement, layer.LAYAEULER), material);
+    }
+  }
+  assert(false && "the composite has no such component");
+  return F;
+}
+
+template <int N>
 Matrix<N> ConstitutiveBlock<N>::CGLOBSO(const Model& model, int e, int point) const {
   const LoopState& loop = model.loop;
   const bool movedOn = loop.ILOAD > 1 || loop.INCRE > 1 || loop.IITER > 1;

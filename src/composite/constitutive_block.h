@@ -60,6 +60,9 @@ class ConstitutiveBlock {
   /// iteration when the analysis has moved on, the matrix is to be formed anew (KRESL below 2), and the point was not
   /// elastic or strains are finite.
   [[nodiscard]] Matrix<N> CGLOBSO(const Model& model, int e, int point) const;
+  /// A deformation gradient (global axes) in the axes of a record of element e: those of the material for the component
+  /// LOCMA of a simple material, global ones for component 0.
+  [[nodiscard]] Matrix<3> gradientInRecordAxes(int e, int component, const Matrix<3>& F) const;
   /// Elastic and viscous matrix of an element's composite in global axes.
   [[nodiscard]] const Matrix<N>& elasticMatrix(int e) const { return inGlobal(e).elastic; }
   [[nodiscard]] const Matrix<N>& viscousMatrix(int e) const { return inGlobal(e).viscous; }
