@@ -99,12 +99,13 @@ TemperatureCurve readPoints(CardReader& cards, std::string_view card, int count)
   return curve;
 }
 
-/// A count on a card of its own, then as many cards of points.
+/// A count on a card of its own, of which the integer part holds, then as many cards of points.
 TemperatureCurve readTemperatureCurve(CardReader& cards, std::string_view card, int place, Material& material) {
   const std::string field = "slot " + std::to_string(place);
   cards.begin(card);
-  material(place) = cards.real(field);
-  return readPoints(cards, card, countOf(cards, field, material(place)));
+  const int count = countOf(cards, field, cards.real(field));
+  material(place) = count;
+  return readPoints(cards, card, count);
 }
 
 void readStressStrainCurve(CardReader& cards, Material& material) {
