@@ -151,6 +151,13 @@ TEST_F(MaterialCardsTest, CountsOfPointsMustBeCounts) {
   EXPECT_THAT(messageOf<InputFault>([this] { readOne("2 2 0 2 1 1", {}, "1e30\n"); }), HasSubstr("field slot 65"));
 }
 
+TEST_F(MaterialCardsTest, TemperaturesOfACurveMustAscend) {
+  for (const std::string second : {"20", "19"})
+    EXPECT_THAT(messageOf<InputFault>([&] { readOne("2 2 0 2 1 1", {}, "0\n3\n20 1\n" + second + " 1\n30 1\n0\n"); }),
+                HasSubstr("line 13, Poisson-temperature curve card, field abscissa: found " + second + ".0" +
+                          ", expected a temperature above that of the card before"));
+}
+
 TEST_F(MaterialCardsTest, EchoesHeadAndSelection) {
   readOne("3 5 8 1 1 2", {{2, 0.25}, {7, -30.0}});
 
