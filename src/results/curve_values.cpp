@@ -6,7 +6,6 @@
 
 #include "foundation/errors.h"
 #include "results/element_kinds.h"
-#include "results/principal_direction.h"
 
 namespace zema {
 namespace {
@@ -44,8 +43,7 @@ double CurveSource::BUSCUR(std::string_view axisWord, std::span<const int> KDATS
       return tensorComponent(KDATS, plasticOutput);
     case CurveQuantity::internalVariable:
       return internalVariable(KDATS);
-    case CurveQuantity::principalDirection:
-      return principalAngle(KDATS);
+    case CurveQuantity::principalDirection:  // the principal values in space leave no angle
     case CurveQuantity::temperature:
     case CurveQuantity::none:
       return 0.0;
@@ -99,13 +97,6 @@ double CurveSource::tensorComponent(std::span<const int> KDATS, TensorOutput out
 double CurveSource::internalVariable(std::span<const int> KDATS) const {
   const PointRecord record = pointRecord(KDATS);
   return model_.points.internal(slot_, record.e, record.number, record.component)[subscript(KDATS[2], internal::count)];
-}
-
-double CurveSource::principalAngle(std::span<const int> KDATS) const {
-  constexpr double degrees = 180.0 / 3.141592653589793;
-  TensorRoom room;
-  const std::span<const double> stress = outputTensor(model_, kernel_, pointRecord(KDATS), stressOutput, room);
-  return degrees * principalDirection(stress[0], stress[1], stress[2]);
 }
 
 /// The record that element, position in the walk, layer and simple material select.

@@ -28,7 +28,6 @@ class CurveSource {
   [[nodiscard]] double elementForce(std::span<const int> KDATS) const;
   [[nodiscard]] double tensorComponent(std::span<const int> KDATS, TensorOutput output) const;
   [[nodiscard]] double internalVariable(std::span<const int> KDATS) const;
-  [[nodiscard]] double principalAngle(std::span<const int> KDATS) const;
   [[nodiscard]] PointRecord pointRecord(std::span<const int> KDATS) const;
   [[nodiscard]] int component(const ElementData& element, int layer, int place) const;
   void requireShape(const ElementData& element) const;

@@ -176,6 +176,7 @@ TEST_F(CurvesTest, PointValuesByWalkLayerAndSimpleMaterial) {
   EXPECT_EQ(value("Y-STRAP", {1, 3, 1, 1, 1}), 0.125);
   EXPECT_EQ(value("Y-EHIST", {1, 3, 6, 2, 1}), 0.5);
   EXPECT_EQ(value("Y-EHIST", {1, 3, 6, 2, 0}), 0.0);
+  EXPECT_EQ(value("Y-ANGLE", {1, 3, 0, 0, 0}), 0.0);  // no angle in space
 }
 
 TEST_F(CurvesTest, CurrentConfigurationShowsCauchyAndAlmansi) {
@@ -186,16 +187,6 @@ TEST_F(CurvesTest, CurrentConfigurationShowsCauchyAndAlmansi) {
   EXPECT_EQ(value("Y-STRES", {1, 1, 1, 0, 0}), 8.0);
   EXPECT_EQ(value("Y-STRAI", {1, 1, 1, 0, 0}), 2.0);
   EXPECT_EQ(value("Y-STRAP", {1, 1, 1, 0, 0}), 4.0);
-}
-
-TEST_F(CurvesTest, AngleOfThePrincipalDirectionInDegrees) {
-  setTensor(model, StateSlot::committed, 0, 0, 0, 0, {3.0, 1.0, 1.0});
-  setTensor(model, StateSlot::committed, 0, 4, 0, 0, {1.0, 3.0, 0.0});
-  setTensor(model, StateSlot::committed, 0, 6, 0, 0, {0.0, 0.0, 2.0});
-
-  EXPECT_NEAR(value("Y-ANGLE", {1, 1, 0, 0, 0}), 22.5, 1.0e-7);
-  EXPECT_NEAR(value("Y-ANGLE", {1, 4, 0, 0, 0}), 90.0, 1.0e-7);
-  EXPECT_NEAR(value("Y-ANGLE", {1, 3, 0, 0, 0}), 45.0, 1.0e-7);
 }
 
 }  // namespace
