@@ -3,6 +3,8 @@
 
 #include <algorithm>
 #include <cassert>
+#include <map>
+#include <utility>
 
 #include "composite/composite_elasticity.h"
 #include "constitutive/elastic_moduli.h"
@@ -77,15 +79,14 @@ ConstitutiveBlock<N>::ConstitutiveBlock(const Model& model) : materials_(model.m
 
 template <int N>
 void ConstitutiveBlock<N>::placeElements(const Model& model) {
+  std::map<std::pair<int, std::array<double, 3>>, int> places;
   for (const ElementData& element : model.mesh.elements) {
     const int c = element.MATNO[0] - 1;
     if (c < 0 || c >= static_cast<int>(plans_.size()))
       throw InputFault("an element asks for composite " + std::to_string(c + 1) + ", which has no card");
-    const auto same = std::find_if(global_.begin(), global_.end(), [&element, c](const GlobalMatrices& known) {
-      return known.composite == c && known.angles == element.EAEULER;
-    });
-    ofElement_.push_back(static_cast<int>(same - global_.begin()));
-    if (same == global_.end()) global_.push_back({c, element.EAEULER, Rotation<N>(element.EAEULER), {}, {}});
+    const auto [place, isNew] = places.try_emplace({c, element.EAEULER}, static_cast<int>(global_.size()));
+    ofElement_.push_back(place->second);
+    if (isNew) global_.push_back({c, Rotation<N>(element.EAEULER), {}, {}});
   }
 }
 

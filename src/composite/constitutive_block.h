@@ -82,9 +82,8 @@ class ConstitutiveBlock {
  private:
   /// Matrices of a composite for one set of element angles.
   struct GlobalMatrices {
-    int composite = 0;             ///< from 0
-    std::array<double, 3> angles;  ///< of the element, degrees
-    Rotation<N> axes;              ///< element axes
+    int composite = 0;  ///< from 0
+    Rotation<N> axes;   ///< element axes
     Matrix<N> elastic;
     Matrix<N> viscous;
   };

@@ -146,13 +146,14 @@ TEST(ConstitutiveBlock, ElementLayerAndMaterialAnglesFollowOneAnother) {
   composite.layers[0].LAEULER = {20.0, 0.0, 0.0};
   Model model =
       pointModel<6>({turned(orthotropicMaterial(), {30.0, 0.0, 0.0}), turned(orthotropicMaterial(), {60.0, 0.0, 0.0})},
-                    {composite, plainComposite(2)}, {{1, {10.0, 0.0, 0.0}}, {2, noAngles}});
+                    {composite, plainComposite(2)}, {{1, {10.0, 0.0, 0.0}}, {2, noAngles}, {1, {10.0, 0.0, 0.0}}});
   ConstitutiveBlock<6> block(model);
 
   const Stress<6> inThreeTurns = block.RESI2D(model, loading(0, someStrain)).STRSG;
   const Stress<6> inOneTurn = block.RESI2D(model, loading(1, someStrain)).STRSG;
 
   EXPECT_LT(distance(inThreeTurns, inOneTurn), 1.0e-13);
+  EXPECT_EQ(&block.elasticMatrix(2), &block.elasticMatrix(0));  // equal angles share their matrices
 }
 
 TEST(ConstitutiveBlock, LayersAddWithTheirShares) {
