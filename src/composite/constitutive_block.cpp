@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cassert>
 #include <map>
+#include <set>
 #include <utility>
 
 #include "composite/composite_elasticity.h"
@@ -67,13 +68,14 @@ void writeComposite(PointStore& points, const PointUpdate<N>& update, const Mixe
 }  // namespace
 
 template <int N>
-ConstitutiveBlock<N>::ConstitutiveBlock(const Model& model) : materials_(model.materials.all) {
-  const auto composites = static_cast<int>(model.composites.all.size());
-  for (int c = 1; c <= composites; ++c) plans_.push_back(planOf<N>(model, c));
-  elastic_.resize(model.materials.all.size());
-  composite_.resize(plans_.size());
-  DENSV_.resize(plans_.size());
+ConstitutiveBlock<N>::ConstitutiveBlock(const Model& model)
+    : plans_(model.composites.all.size()),
+      elastic_(model.materials.all.size()),
+      materials_(model.materials.all),
+      composite_(plans_.size()),
+      DENSV_(plans_.size()) {
   placeElements(model);
+  planWhatIsUsed(model);
   formTables(model, std::nullopt);
 }
 
@@ -91,12 +93,24 @@ void ConstitutiveBlock<N>::placeElements(const Model& model) {
 }
 
 template <int N>
-void ConstitutiveBlock<N>::formTables(const Model& model, std::optional<double> temperature) {
-  for (std::size_t m = 0; m < elastic_.size(); ++m) {
-    const Material& material = model.materials.all[m];
-    if (material.given) elastic_[m] = MODPS<N>(material, static_cast<int>(m) + 1, temperature);
+void ConstitutiveBlock<N>::planWhatIsUsed(const Model& model) {
+  std::set<std::size_t> composites, materials;
+  for (const GlobalMatrices& matrices : global_) composites.insert(static_cast<std::size_t>(matrices.composite));
+  for (const std::size_t c : composites) {
+    plans_[c] = planOf<N>(model, static_cast<int>(c) + 1);
+    for (const LayerPlan<N>& layer : plans_[c].layers)
+      for (const ComponentPlan<N>& component : layer.components)
+        materials.insert(static_cast<std::size_t>(component.material - 1));
   }
-  for (std::size_t c = 0; c < plans_.size(); ++c) {
+  usedComposites_.assign(composites.begin(), composites.end());
+  usedMaterials_.assign(materials.begin(), materials.end());
+}
+
+template <int N>
+void ConstitutiveBlock<N>::formTables(const Model& model, std::optional<double> temperature) {
+  for (const std::size_t m : usedMaterials_)
+    elastic_[m] = MODPS<N>(model.materials.all[m], static_cast<int>(m) + 1, temperature);
+  for (const std::size_t c : usedComposites_) {
     const ElasticMean<N> mean = elasticMeanOf<N>(plans_[c], elastic_, model.materials.all);
     composite_[c].VDMANX = mean.VDMANX;
     composite_[c].VCVISC = mean.VCVISC;
