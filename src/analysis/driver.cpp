@@ -137,6 +137,10 @@ class Driver {
     if (model_.control.KPATH != 1 && model_.control.KPATH != 2) {
       notify(job_, "KPATH is neither 1 nor 2: states are never committed, and reported as 0");
     }
+    if (model_.control.KFREC == 1) {
+      notify(job_,
+             "the records of points and composites for the frequency study (KFREC = 1) are not in this build yet");
+    }
     if (model_.loop.NLOAD < 1) {
       notify(job_, "the deck asks for no load step");
     }

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <cassert>
+#include <map>
+#include <set>
+#include <utility>
 
 #include "composite/composite_elasticity.h"
 #include "constitutive/elastic_moduli.h"
@@ -65,37 +68,49 @@ void writeComposite(PointStore& points, const PointUpdate<N>& update, const Mixe
 }  // namespace
 
 template <int N>
-ConstitutiveBlock<N>::ConstitutiveBlock(const Model& model) : materials_(model.materials.all) {
-  const auto composites = static_cast<int>(model.composites.all.size());
-  for (int c = 1; c <= composites; ++c) plans_.push_back(planOf<N>(model, c));
-  elastic_.resize(model.materials.all.size());
-  composite_.resize(plans_.size());
-  DENSV_.resize(plans_.size());
+ConstitutiveBlock<N>::ConstitutiveBlock(const Model& model)
+    : plans_(model.composites.all.size()),
+      elastic_(model.materials.all.size()),
+      materials_(model.materials.all),
+      composite_(plans_.size()),
+      DENSV_(plans_.size()) {
   placeElements(model);
+  planWhatIsUsed(model);
   formTables(model, std::nullopt);
 }
 
 template <int N>
 void ConstitutiveBlock<N>::placeElements(const Model& model) {
+  std::map<std::pair<int, std::array<double, 3>>, int> places;
   for (const ElementData& element : model.mesh.elements) {
     const int c = element.MATNO[0] - 1;
     if (c < 0 || c >= static_cast<int>(plans_.size()))
       throw InputFault("an element asks for composite " + std::to_string(c + 1) + ", which has no card");
-    const auto same = std::find_if(global_.begin(), global_.end(), [&element, c](const GlobalMatrices& known) {
-      return known.composite == c && known.angles == element.EAEULER;
-    });
-    ofElement_.push_back(static_cast<int>(same - global_.begin()));
-    if (same == global_.end()) global_.push_back({c, element.EAEULER, Rotation<N>(element.EAEULER), {}, {}});
+    const auto [place, isNew] = places.try_emplace({c, element.EAEULER}, static_cast<int>(global_.size()));
+    ofElement_.push_back(place->second);
+    if (isNew) global_.push_back({c, Rotation<N>(element.EAEULER), {}, {}});
   }
 }
 
 template <int N>
-void ConstitutiveBlock<N>::formTables(const Model& model, std::optional<double> temperature) {
-  for (std::size_t m = 0; m < elastic_.size(); ++m) {
-    const Material& material = model.materials.all[m];
-    if (material.given) elastic_[m] = MODPS<N>(material, static_cast<int>(m) + 1, temperature);
+void ConstitutiveBlock<N>::planWhatIsUsed(const Model& model) {
+  std::set<std::size_t> composites, materials;
+  for (const GlobalMatrices& matrices : global_) composites.insert(static_cast<std::size_t>(matrices.composite));
+  for (const std::size_t c : composites) {
+    plans_[c] = planOf<N>(model, static_cast<int>(c) + 1);
+    for (const LayerPlan<N>& layer : plans_[c].layers)
+      for (const ComponentPlan<N>& component : layer.components)
+        materials.insert(static_cast<std::size_t>(component.material - 1));
   }
-  for (std::size_t c = 0; c < plans_.size(); ++c) {
+  usedComposites_.assign(composites.begin(), composites.end());
+  usedMaterials_.assign(materials.begin(), materials.end());
+}
+
+template <int N>
+void ConstitutiveBlock<N>::formTables(const Model& model, std::optional<double> temperature) {
+  for (const std::size_t m : usedMaterials_)
+    elastic_[m] = MODPS<N>(model.materials.all[m], static_cast<int>(m) + 1, temperature);
+  for (const std::size_t c : usedComposites_) {
     const ElasticMean<N> mean = elasticMeanOf<N>(plans_[c], elastic_, model.materials.all);
     composite_[c].VDMANX = mean.VDMANX;
     composite_[c].VCVISC = mean.VCVISC;
@@ -246,6 +261,21 @@ Stress<N> ConstitutiveBlock<N>::MODULI(const Model& model, int e, const Strain<N
   const ControlRecord& control = model.control;
   const PassContext pass{.LARGE = control.LARGE, .KTANP = control.KTANP, .KPUSH = control.KPUSH};
   return zema::MODULI(elasticMatrix(e), STRAT, F, pass.pushes(model.mesh.element(e).NTYPE), control.KTANP);
+}
+
+template <int N>
+Matrix<3> ConstitutiveBlock<N>::gradientInRecordAxes(int e, int component, const Matrix<3>& F) const {
+  if (component == 0) return F;
+  const Matrix<3> inElement = gradientToLocal(F, inGlobal(e).axes);
+  for (const LayerPlan<N>& layer : planFor(e).layers) {
+    for (const ComponentPlan<N>& part : layer.components) {
+      if (part.record != component) continue;
+      const Rotation<N>& material = elastic_[static_cast<std::size_t>(part.material - 1)].axes;
+      return gradientToLocal(gradientToLocal(inElement, layer.LAYAEULER), material);
+    }
+  }
+  assert(false && "the composite has no such component");
+  return F;
 }
 
 template <int N>

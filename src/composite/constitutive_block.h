@@ -35,11 +35,11 @@ struct PointResult {
 template <int N>
 class ConstitutiveBlock {
  public:
-  /// Plans all composites, with the elastic tables of the reference temperatures. Throws InputFault
-  /// for laws and layer kinds that are not in this build, and for elastic data that make no sense.
+  /// Plans the composites that elements use, with the elastic tables of the reference temperatures. Throws InputFault
+  /// for laws and layer kinds in them that are not in this build, and for elastic data that make no sense.
   explicit ConstitutiveBlock(const Model& model);
 
-  /// `CALCIN`: rebuilds the elastic tables of all materials and composites for a temperature.
+  /// `CALCIN`: rebuilds the elastic tables of all materials and composites in use for a temperature.
   void CALCIN(const Model& model, double temperature);
   /// `IMPORTINFON1`: takes over what the laws need to know of the increment, and scales the yield values to the
   /// temperature of the load step. Once per residual pass.
@@ -60,6 +60,9 @@ class ConstitutiveBlock {
   /// iteration when the analysis has moved on, the matrix is to be formed anew (KRESL below 2), and the point was not
   /// elastic or strains are finite.
   [[nodiscard]] Matrix<N> CGLOBSO(const Model& model, int e, int point) const;
+  /// A deformation gradient (global axes) in the axes of a record of element e: those of the material for the component
+  /// LOCMA of a simple material, global ones for component 0.
+  [[nodiscard]] Matrix<3> gradientInRecordAxes(int e, int component, const Matrix<3>& F) const;
   /// Elastic and viscous matrix of an element's composite in global axes.
   [[nodiscard]] const Matrix<N>& elasticMatrix(int e) const { return inGlobal(e).elastic; }
   [[nodiscard]] const Matrix<N>& viscousMatrix(int e) const { return inGlobal(e).viscous; }
@@ -68,7 +71,7 @@ class ConstitutiveBlock {
   [[nodiscard]] double DENSV(int c) const { return DENSV_[static_cast<std::size_t>(c - 1)]; }
   /// Material m (number from 1) with the yield values of the temperature in force.
   [[nodiscard]] const Material& materialInForce(int m) const { return materials_[static_cast<std::size_t>(m - 1)]; }
-  /// Rows of store 4, by number from 1.
+  /// Rows of store 4, by number from 1; all 0 for what no element uses.
   [[nodiscard]] const ElasticRecord<N>& materialRecord(int m) const {
     return elastic_[static_cast<std::size_t>(m - 1)].record;
   }
@@ -79,14 +82,14 @@ class ConstitutiveBlock {
  private:
   /// Matrices of a composite for one set of element angles.
   struct GlobalMatrices {
-    int composite = 0;             ///< from 0
-    std::array<double, 3> angles;  ///< of the element, degrees
-    Rotation<N> axes;              ///< element axes
+    int composite = 0;  ///< from 0
+    Rotation<N> axes;   ///< element axes
     Matrix<N> elastic;
     Matrix<N> viscous;
   };
 
   void placeElements(const Model& model);
+  void planWhatIsUsed(const Model& model);
   void formTables(const Model& model, std::optional<double> temperature);
   [[nodiscard]] const GlobalMatrices& inGlobal(int e) const {
     return global_[static_cast<std::size_t>(ofElement_[static_cast<std::size_t>(e)])];
@@ -109,6 +112,8 @@ class ConstitutiveBlock {
   std::vector<double> DENSV_;                // by composite from 0
   std::vector<GlobalMatrices> global_;       // one for each pair of composite and element angles
   std::vector<int> ofElement_;               // place in global_ by element
+  std::vector<std::size_t> usedComposites_;  // from 0, ascending: those of an element
+  std::vector<std::size_t> usedMaterials_;   // from 0, ascending: those of a composite in use
   PassContext pass_;
 };
 

@@ -8,6 +8,7 @@
 
 #include "constitutive/temperature_curve.h"
 #include "foundation/errors.h"
+#include "foundation/layout.h"
 
 namespace zema {
 namespace {
@@ -33,6 +34,19 @@ TemperatureFactors factorsAt(const Material& material, std::optional<double> tem
   if (material(slot::poissonCurvePoints) != 0.0 && material(slot::poissonXY) != 0.0)
     f.V = CAMBIOPORTEMP(*temperature, material.poisson) / material(slot::poissonXY);
   return f;
+}
+
+/// Refuses moduli that a curve takes to 0 or below.
+void checkModuli(const Material& material, int m, double temperature, double factor) {
+  for (const int place : {slot::youngX, slot::youngY, slot::youngZ}) {
+    const double modulus = material(place) * factor;
+    if (modulus > 0.0) continue;
+    std::string fault = "material " + std::to_string(m) + ": at the temperature ";
+    appendShortest(fault, temperature);
+    fault += " the Young modulus of slot " + std::to_string(place) + " is ";
+    appendShortest(fault, modulus);
+    throw InputFault(fault + "; it must be above 0");
+  }
 }
 
 OrthotropicConstants realConstants(const Material& material, const TemperatureFactors& f) {
@@ -140,6 +154,7 @@ std::array<double, 3> materialAngles<4>(const Material& material) {
 template <int N>
 ElasticMaterial<N> MODPS(const Material& material, int m, std::optional<double> temperature) {
   const TemperatureFactors f = factorsAt(material, temperature);
+  if (temperature) checkModuli(material, m, *temperature, f.E);
   ElasticMaterial<N> elastic;
   ElasticRecord<N>& record = elastic.record;
   formStressMap(material, m, record);

@@ -28,7 +28,7 @@ template <int N>
 
 /// `MODPS`: elastic tables of material m (number from 1) at a temperature; without one, at its reference temperature.
 /// The maps are made so that ASMT VDMANX e = VDMATX AEMX e for every strain e. Throws InputFault for a stress map with
-/// a 0 and for moduli whose matrix has no inverse.
+/// a 0, for moduli whose matrix has no inverse, and for a Young modulus that is not above 0 at the temperature.
 template <int N>
 [[nodiscard]] ElasticMaterial<N> MODPS(const Material& material, int m, std::optional<double> temperature);
 

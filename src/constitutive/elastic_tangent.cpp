@@ -2,24 +2,6 @@
 #include "constitutive/elastic_tangent.h"
 
 namespace zema {
-namespace {
-
-/// Lame's constants of the isotropic stand-in, from the stiffer of the directions x and y.
-struct LameConstants {
-  double G;
-  double lambda;
-};
-
-LameConstants lameConstants(const Material& material) {
-  const bool yIsStiffer = material(slot::youngX) < material(slot::youngY);
-  const double E = material(yIsStiffer ? slot::youngY : slot::youngX);
-  const double first = material(yIsStiffer ? slot::poissonYX : slot::poissonXY);
-  const double nu = first != 0.0 ? first : material(yIsStiffer ? slot::poissonXY : slot::poissonYX);
-  return {E / (2.0 * (1.0 + nu)), E * nu / ((1.0 + nu) * (1.0 - 2.0 * nu))};
-}
-
-}  // namespace
-
 template <int N>
 Stress<N> MODULI(const Matrix<N>& D, const Strain<N>& strain, const Matrix<3>& F, bool pushed, int KTANP) {
   if (!pushed || KTANP == 1) return CALTEN(D, strain);
@@ -48,41 +30,41 @@ Matrix<N> ELRIGI(const Matrix<N>& D, const MaterialPoint<N>& at) {
 }
 
 template <int N>
-Matrix<N> PLRIGIL(const Material& material, const Stress<N>& stress) {
-  const auto [G, lambda] = lameConstants(material);
-  const Matrix<3> tau = tensorOf(stress);
-  // e = (tau - c I) / 2G
-  const double c = lambda / (3.0 * lambda + 2.0 * G) * (tau(0, 0) + tau(1, 1) + tau(2, 2));
+Matrix<N> PLRIGIL(const Matrix<N>& D, const Strain<N>& almansi) {
+  const Matrix<3> e = tensorOf(almansi);
+  const Matrix<3> tau = tensorOf(CALTEN(D, almansi));
   Matrix<N> part;
   for (int j = 0; j < N; ++j) {
     Strain<N> rate;
     rate[j] = 1.0;
     const Matrix<3> d = tensorOf(rate);
-    double traceOfDe = -c * (d(0, 0) + d(1, 1) + d(2, 2));
-    for (int i = 0; i < N; ++i) traceOfDe += stress[i] * rate[i];
-    traceOfDe /= 2.0 * G;
-    const Matrix<3> dTau = PROMA1(d, tau);
+    const Matrix<3> de = PROMA1(d, e), dTau = PROMA1(d, tau);
+    Strain<N> convected;  // d e + e d
     for (int i = 0; i < N; ++i) {
       const int k = KF[static_cast<std::size_t>(i)], l = LF[static_cast<std::size_t>(i)];
-      // D:(d e + e d) = 2 lambda tr(d e) I + (d tau + tau d) - 2 c d
-      part(i, j) = -2.0 * (dTau(k, l) + dTau(l, k)) + 2.0 * c * d(k, l);
-      if (!isShear(i)) part(i, j) -= 2.0 * lambda * traceOfDe;
+      convected[i] = (isShear(i) ? 2.0 : 1.0) * (de(k, l) + de(l, k));
+    }
+    const Stress<N> fromStrain = CALTEN(D, convected);
+    for (int i = 0; i < N; ++i) {
+      const int k = KF[static_cast<std::size_t>(i)], l = LF[static_cast<std::size_t>(i)];
+      part(i, j) = -(fromStrain[i] + dTau(k, l) + dTau(l, k));
     }
   }
   return part;
 }
 
 template <int N>
-Matrix<N> elasticTangent(const MaterialPoint<N>& at, const Stress<N>& trialStress) {
+Matrix<N> elasticTangent(const MaterialPoint<N>& at, const Strain<N>& elasticStrain) {
   const Matrix<N>& D = at.elastic.record.VDMANX;
   if (!at.pushed() || at.pass.KTANP == 1) return D;
   Matrix<N> tangent = D;
-  PFB_C(tangent, at.F, MatrixMove::back);
   if (at.pass.KTANP == 2) {
-    const Matrix<N> fromStress = ELRIGI(PLRIGIL(at.material, trialStress), at);
-    for (int i = 0; i < N; ++i)
-      for (int j = 0; j < N; ++j) tangent(i, j) += fromStress(i, j);
+    Strain<N> almansi = elasticStrain;
+    PFB_STR(almansi, at.F, TensorMove::strainForward);
+    const Matrix<N> fromStress = PLRIGIL(D, almansi);
+    for (std::size_t i = 0; i < tangent.values.size(); ++i) tangent.values[i] += fromStress.values[i];
   }
+  PFB_C(tangent, at.F, MatrixMove::back);
   return tangent;
 }
 
@@ -92,9 +74,9 @@ template Matrix<4> ANISOT(const Matrix<4>&, const ElasticMaterial<4>&);
 template Matrix<6> ANISOT(const Matrix<6>&, const ElasticMaterial<6>&);
 template Matrix<4> ELRIGI(const Matrix<4>&, const MaterialPoint<4>&);
 template Matrix<6> ELRIGI(const Matrix<6>&, const MaterialPoint<6>&);
-template Matrix<4> PLRIGIL(const Material&, const Stress<4>&);
-template Matrix<6> PLRIGIL(const Material&, const Stress<6>&);
-template Matrix<4> elasticTangent(const MaterialPoint<4>&, const Stress<4>&);
-template Matrix<6> elasticTangent(const MaterialPoint<6>&, const Stress<6>&);
+template Matrix<4> PLRIGIL(const Matrix<4>&, const Strain<4>&);
+template Matrix<6> PLRIGIL(const Matrix<6>&, const Strain<6>&);
+template Matrix<4> elasticTangent(const MaterialPoint<4>&, const Strain<4>&);
+template Matrix<6> elasticTangent(const MaterialPoint<6>&, const Strain<6>&);
 
 }  // namespace zema

@@ -18,13 +18,16 @@ template <int N>
 template <int N>
 [[nodiscard]] Matrix<N> ELRIGI(const Matrix<N>& D, const MaterialPoint<N>& at);
 
-/// `PLRIGIL`: the part of the tangent that comes from the stress (Kirchhoff) when an isotropic matrix relates it to the
-/// Almansi strain e in the current configuration: -(D:(d e + e d) + d tau + tau d) for a rate of deformation d.
+/// `PLRIGIL`: the part of the tangent that comes from the stress when D relates the Kirchhoff stress tau = D e to the
+/// Almansi strain e in the current configuration: -(D (d e + e d) + d tau + tau d) for a rate of deformation d. The
+/// whole tangent D + PLRIGIL gives the rate of tau that F convects. It is exact without spin, and with an isotropic D
+/// always. Literature: Bonet & Wood (2008), Lie derivatives of strain and stress.
 template <int N>
-[[nodiscard]] Matrix<N> PLRIGIL(const Material& material, const Stress<N>& stress);
+[[nodiscard]] Matrix<N> PLRIGIL(const Matrix<N>& D, const Strain<N>& almansi);
 
-/// The elastic tangent of a point in the real space, reference configuration, material axes.
+/// The elastic tangent of a point in the real space, reference configuration, material axes. elasticStrain: what VDMANX
+/// turns into stress (Green-Lagrange measure).
 template <int N>
-[[nodiscard]] Matrix<N> elasticTangent(const MaterialPoint<N>& at, const Stress<N>& trialStress);
+[[nodiscard]] Matrix<N> elasticTangent(const MaterialPoint<N>& at, const Strain<N>& elasticStrain);
 
 }  // namespace zema

@@ -102,7 +102,7 @@ void MODULP(const MaterialPoint<N>& at, LawFunction<N> law, const CommittedPoint
   result.sums = answer.sums;
   result.elasticMatrix = !answer.hasTangent && (!at.pushed() || at.pass.KTANP == 1);
   if (!result.elasticMatrix)
-    result.tangent = answer.hasTangent ? ELRIGI(answer.tangent, at) : elasticTangent(at, input.SIGMA);
+    result.tangent = answer.hasTangent ? ELRIGI(answer.tangent, at) : elasticTangent(at, elasticStrain);
 }
 
 template <int N>

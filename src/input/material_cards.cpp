@@ -89,29 +89,36 @@ int countOf(const CardReader& cards, std::string_view field, double value) {
   return static_cast<int>(value);
 }
 
-TemperatureCurve readPoints(CardReader& cards, std::string_view card, int count) {
-  TemperatureCurve curve;
-  for (int i = 0; i < count; ++i) {
-    cards.begin(card);
-    curve.X.push_back(cards.real("abscissa"));
-    curve.Y.push_back(cards.real("value"));
-  }
-  return curve;
+void readPoint(CardReader& cards, std::string_view card, TemperatureCurve& curve) {
+  cards.begin(card);
+  curve.X.push_back(cards.real("abscissa"));
+  curve.Y.push_back(cards.real("value"));
 }
 
-/// A count on a card of its own, then as many cards of points.
+/// A count on a card of its own, of which the integer part holds, then as many cards of points, temperatures ascending.
 TemperatureCurve readTemperatureCurve(CardReader& cards, std::string_view card, int place, Material& material) {
   const std::string field = "slot " + std::to_string(place);
   cards.begin(card);
-  material(place) = cards.real(field);
-  return readPoints(cards, card, countOf(cards, field, material(place)));
+  const int count = countOf(cards, field, cards.real(field));
+  material(place) = count;
+  TemperatureCurve curve;
+  for (int i = 0; i < count; ++i) {
+    readPoint(cards, card, curve);
+    const double T = curve.X.back();
+    if (i > 0 && T <= curve.X[curve.X.size() - 2]) {
+      cards.fault("abscissa", T, "a temperature above that of the card before");
+    }
+  }
+  return curve;
 }
 
 void readStressStrainCurve(CardReader& cards, Material& material) {
   constexpr double pointTable = 5.0;
   if (material.NHARD == HardeningVariable::strain && material(slot::tensionCurve) == pointTable) {
     const int count = countOf(cards, "slot 9", material(slot::tensionPeakDissipation));
-    material.stressStrain = readPoints(cards, "stress-strain curve", count);
+    for (int i = 0; i < count; ++i) {
+      readPoint(cards, "stress-strain curve", material.stressStrain);
+    }
   }
 }
 

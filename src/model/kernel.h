@@ -85,9 +85,10 @@ class Kernel {
   /// `RESIDU`: updates the trial state of all points of an element and leaves the three columns of ELOAD.
   virtual EnergySums RESIDU(Model& model, int e) const = 0;
 
-  /// `CAUCHY`, `ALMANS`: turn the stored stress or strain of a point into the measure of the current configuration.
-  virtual void CAUCHY(const Model& model, int e, PointIndex point, std::span<double> stress) const = 0;
-  virtual void ALMANS(const Model& model, int e, PointIndex point, std::span<double> strain) const = 0;
+  /// `CAUCHY`, `ALMANS`: move the stored stress or strain of a point into the current configuration. It stays in the
+  /// axes of its record: component 0 in global axes, LOCMA of a simple material in material axes.
+  virtual void CAUCHY(const Model& model, int e, PointIndex point, int component, std::span<double> stress) const = 0;
+  virtual void ALMANS(const Model& model, int e, PointIndex point, int component, std::span<double> strain) const = 0;
 };
 
 }  // namespace zema

@@ -1,26 +1,17 @@
 // Everything that a run holds about its problem; passed down to whoever needs it, there is no global state.
 #pragma once
 
-#include <array>
-#include <string>
 #include <vector>
 
 #include "database/point_store.h"
 #include "job/run_records.h"
 #include "model/composites.h"
+#include "model/curves.h"
 #include "model/load_step.h"
 #include "model/materials.h"
 #include "model/mesh.h"
 
 namespace zema {
-
-/// One curve of the deck: what is plotted against what.
-struct Curve {
-  std::string title;            ///< at most 16 characters
-  std::string xWord;            ///< word of the X axis: axis letter in place 1, keyword in places 3 to 7
-  std::string yWord;            ///< word of the Y axis
-  std::array<int, 10> KDATS{};  ///< parameters of X (0 to 4) and of Y (5 to 9)
-};
 
 /// Displacements by position, NTOTV values each.
 struct Displacements {

@@ -1,37 +1,18 @@
 // Values of the axes of curves.
 #include "results/curve_values.h"
 
-#include <algorithm>
-#include <array>
+#include <cassert>
 #include <string>
-#include <utility>
 
 #include "foundation/errors.h"
 #include "results/element_kinds.h"
-#include "results/principal_direction.h"
 
 namespace zema {
 namespace {
 
-constexpr std::array<std::pair<std::string_view, CurveQuantity>, 11> keywords{{
-    {"IINCS", CurveQuantity::time},
-    {"DISPL", CurveQuantity::displacement},
-    {"TREAC", CurveQuantity::reaction},
-    {"RCTOT", CurveQuantity::reactionSum},
-    {"FORCE", CurveQuantity::elementForce},
-    {"STRES", CurveQuantity::stress},
-    {"STRAI", CurveQuantity::strain},
-    {"STRAP", CurveQuantity::plasticStrain},
-    {"EHIST", CurveQuantity::internalVariable},
-    {"ANGLE", CurveQuantity::principalDirection},
-    {"TEMPE", CurveQuantity::temperature},
-}};
-
-/// A parameter of a curve as a subscript from 0; it counts from 1 to most.
-std::size_t subscript(std::string_view what, int value, int most) {
-  if (value < 1 || value > most)
-    throw InputFault("a curve asks for " + std::string(what) + " " + std::to_string(value) + ", which is not in 1 to " +
-                     std::to_string(most));
+/// A parameter as a subscript from 0; it counts from 1 to most.
+std::size_t subscript(int value, [[maybe_unused]] int most) {
+  assert(value >= 1 && value <= most);
   return static_cast<std::size_t>(value - 1);
 }
 
@@ -40,12 +21,6 @@ constexpr TensorOutput strainOutput{Quantity::strain, CurrentMeasure::ALMANS};
 constexpr TensorOutput plasticOutput{Quantity::plasticStrain, CurrentMeasure::asStored};
 
 }  // namespace
-
-CurveQuantity curveQuantity(std::string_view axisWord) {
-  const std::string_view keyword = axisWord.size() > 2 ? axisWord.substr(2, 5) : std::string_view();
-  const auto found = std::ranges::find(keywords, keyword, &decltype(keywords)::value_type::first);
-  return found != keywords.end() ? found->second : CurveQuantity::none;
-}
 
 double CurveSource::BUSCUR(std::string_view axisWord, std::span<const int> KDATS) const {
   requireShape(model_.mesh.elements.back());
@@ -68,8 +43,7 @@ double CurveSource::BUSCUR(std::string_view axisWord, std::span<const int> KDATS
       return tensorComponent(KDATS, plasticOutput);
     case CurveQuantity::internalVariable:
       return internalVariable(KDATS);
-    case CurveQuantity::principalDirection:
-      return principalAngle(KDATS);
+    case CurveQuantity::principalDirection:  // the principal values in space leave no angle
     case CurveQuantity::temperature:
     case CurveQuantity::none:
       return 0.0;
@@ -79,22 +53,19 @@ double CurveSource::BUSCUR(std::string_view axisWord, std::span<const int> KDATS
 
 double CurveSource::displacement(std::span<const int> KDATS) const {
   const DeckNode node{KDATS[0]};
-  static_cast<void>(subscript("node", node.number, model_.mesh.NPOIN()));
-  const std::size_t dof = subscript("degree of freedom", KDATS[1], model_.mesh.dofsOf(node));
-  static_cast<void>(subscript("column of displacement, velocity, acceleration", KDATS[2], 3));
+  const std::size_t dof = subscript(KDATS[1], model_.mesh.dofsOf(node));
   return nodalMotion(model_, node, KDATS[2])[dof];
 }
 
 double CurveSource::reaction(std::span<const int> KDATS) const {
   const DeckNode node{KDATS[0]};
-  static_cast<void>(subscript("node", node.number, model_.mesh.NPOIN()));
   if (!reactions_.has(node)) throw RunEnd("ERROR EN BUSCUR: NO ENCUENTRO IPOIN = ", node.number, 0.0);
-  return reactions_.of(node)[subscript("degree of freedom", KDATS[1], model_.mesh.MDOFN)];
+  return reactions_.of(node)[subscript(KDATS[1], model_.mesh.MDOFN)];
 }
 
 /// Over the supports that hold the direction at exactly 0.
 double CurveSource::reactionSum(int dof) const {
-  const std::size_t direction = subscript("degree of freedom", dof, model_.mesh.MDOFN);
+  const std::size_t direction = subscript(dof, model_.mesh.MDOFN);
   double sum = 0.0;
   bool any = false;
   for (int number = 1; number <= model_.mesh.NPOIN(); ++number) {
@@ -111,38 +82,30 @@ double CurveSource::reactionSum(int dof) const {
 
 /// The internal force; the second parameter is a place in the vectors of the element.
 double CurveSource::elementForce(std::span<const int> KDATS) const {
-  const std::size_t e = subscript("element", KDATS[0], model_.mesh.NELEM());
+  const std::size_t e = subscript(KDATS[0], model_.mesh.NELEM());
   const std::span<const double> force = model_.vectors.ELOAD(static_cast<int>(e), 2);
-  return force[subscript("place in the force vector", KDATS[1], static_cast<int>(force.size()))];
+  return force[subscript(KDATS[1], static_cast<int>(force.size()))];
 }
 
 double CurveSource::tensorComponent(std::span<const int> KDATS, TensorOutput output) const {
   const PointRecord record = pointRecord(KDATS);
   TensorRoom room;
   const std::span<const double> tensor = outputTensor(model_, kernel_, record, output, room);
-  return tensor[subscript("component", KDATS[2], static_cast<int>(tensor.size()))];
+  return tensor[subscript(KDATS[2], static_cast<int>(tensor.size()))];
 }
 
 double CurveSource::internalVariable(std::span<const int> KDATS) const {
   const PointRecord record = pointRecord(KDATS);
-  return model_.points.internal(slot_, record.e, record.number,
-                                record.component)[subscript("internal variable", KDATS[2], internal::count)];
-}
-
-double CurveSource::principalAngle(std::span<const int> KDATS) const {
-  constexpr double degrees = 180.0 / 3.141592653589793;
-  TensorRoom room;
-  const std::span<const double> stress = outputTensor(model_, kernel_, pointRecord(KDATS), stressOutput, room);
-  return degrees * principalDirection(stress[0], stress[1], stress[2]);
+  return model_.points.internal(slot_, record.e, record.number, record.component)[subscript(KDATS[2], internal::count)];
 }
 
 /// The record that element, position in the walk, layer and simple material select.
 PointRecord CurveSource::pointRecord(std::span<const int> KDATS) const {
-  const int e = static_cast<int>(subscript("element", KDATS[0], model_.mesh.NELEM()));
+  const int e = static_cast<int>(subscript(KDATS[0], model_.mesh.NELEM()));
   const ElementData& element = model_.mesh.element(e);
   requireShape(element);
   const std::vector<PointIndex> walk = pointWalk(kernel_, element);
-  const PointIndex point = walk[subscript("Gauss point", KDATS[1], static_cast<int>(walk.size()))];
+  const PointIndex point = walk[subscript(KDATS[1], static_cast<int>(walk.size()))];
   return {slot_, e, point, kernel_.pointNumber(element, point), component(element, KDATS[3], KDATS[4])};
 }
 
@@ -150,9 +113,8 @@ PointRecord CurveSource::pointRecord(std::span<const int> KDATS) const {
 int CurveSource::component(const ElementData& element, int layer, int place) const {
   if (layer == 0 || place == 0) return 0;
   const std::vector<Layer>& layers = model_.composites(element.MATNO[0]).layers;
-  const std::vector<Component>& components =
-      layers[subscript("layer", layer, static_cast<int>(layers.size()))].components;
-  return components[subscript("simple material", place, static_cast<int>(components.size()))].LOCMA;
+  const std::vector<Component>& components = layers[subscript(layer, static_cast<int>(layers.size()))].components;
+  return components[subscript(place, static_cast<int>(components.size()))].LOCMA;
 }
 
 void CurveSource::requireShape(const ElementData& element) const {

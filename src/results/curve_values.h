@@ -1,4 +1,4 @@
-// What a curve can show: the keywords of its axes and the values behind them.
+// The values that curves show.
 #pragma once
 
 #include <span>
@@ -11,33 +11,14 @@
 
 namespace zema {
 
-/// The quantities that an axis can name.
-enum class CurveQuantity {
-  none,  ///< a word that is not in the table: always 0
-  time,
-  displacement,
-  reaction,
-  reactionSum,
-  elementForce,
-  stress,
-  strain,
-  plasticStrain,
-  internalVariable,
-  principalDirection,
-  temperature
-};
-
-/// The quantity of an axis word, by the keyword in its characters 3 to 7.
-[[nodiscard]] CurveQuantity curveQuantity(std::string_view axisWord);
-
 /// Fetches quantities of curves from the state at one output.
 class CurveSource {
  public:
   CurveSource(const Job& job, const Model& model, const Kernel& kernel, StateSlot slot)
       : job_(job), model_(model), kernel_(kernel), slot_(slot), reactions_(model) {}
 
-  /// `BUSCUR`: value of an axis. KDATS: its five parameters. Throws RunEnd for a node without reactions or an element
-  /// without a point walk, InputFault for a parameter outside its range.
+  /// `BUSCUR`: value of an axis. KDATS: its five parameters, as `INPCU` has tested them. Throws RunEnd for a node
+  /// without reactions or an element without a point walk.
   [[nodiscard]] double BUSCUR(std::string_view axisWord, std::span<const int> KDATS) const;
 
  private:
@@ -47,7 +28,6 @@ class CurveSource {
   [[nodiscard]] double elementForce(std::span<const int> KDATS) const;
   [[nodiscard]] double tensorComponent(std::span<const int> KDATS, TensorOutput output) const;
   [[nodiscard]] double internalVariable(std::span<const int> KDATS) const;
-  [[nodiscard]] double principalAngle(std::span<const int> KDATS) const;
   [[nodiscard]] PointRecord pointRecord(std::span<const int> KDATS) const;
   [[nodiscard]] int component(const ElementData& element, int layer, int place) const;
   void requireShape(const ElementData& element) const;

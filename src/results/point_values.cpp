@@ -28,8 +28,10 @@ std::span<double> outputTensor(const Model& model, const Kernel& kernel, const P
   std::ranges::copy(row.subspan(place, n), room.begin());
   const std::span<double> tensor = std::span(room).first(n);
   if (model.currentConfiguration()) {
-    if (output.measure == CurrentMeasure::CAUCHY) kernel.CAUCHY(model, record.e, record.point, tensor);
-    if (output.measure == CurrentMeasure::ALMANS) kernel.ALMANS(model, record.e, record.point, tensor);
+    if (output.measure == CurrentMeasure::CAUCHY)
+      kernel.CAUCHY(model, record.e, record.point, record.component, tensor);
+    if (output.measure == CurrentMeasure::ALMANS)
+      kernel.ALMANS(model, record.e, record.point, record.component, tensor);
   }
   return tensor;
 }

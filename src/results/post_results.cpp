@@ -104,7 +104,8 @@ void BlockWriter::internalVariable(std::size_t place) {
   pointBlocks(post_.internalVariables, "//" + name, names, values, values);
 }
 
-/// The block of the composites as a whole and, on demand, those of each simple material.
+/// The block of the composites as a whole and, on demand, those of each simple material; in a mixed mesh only for the
+/// kinds of elements that the composite has.
 void BlockWriter::pointBlocks(const BlockForm& form, std::string_view suffix, std::string_view names,
                               const Values& whole, const Values& part) {
   for (const ElementKind& kind : kinds_)
@@ -114,8 +115,11 @@ void BlockWriter::pointBlocks(const BlockForm& form, std::string_view suffix, st
     const Composite& composite = model_.composites.all[c];
     for (const LayerComponent& component : componentsOf(composite)) {
       const std::string text = resultText(form, Group{static_cast<int>(c) + 1, component}, suffix);
-      for (const ElementKind& kind : kinds_)
+      for (const ElementKind& kind : kinds_) {
+        const auto ofKind = [this, &kind](int e) { return kind.holds(model_.mesh.element(e)); };
+        if (kinds_.size() > 1 && std::ranges::none_of(composite.ELECOM, ofKind)) continue;
         pointBlock(form, text, names, kind, composite.ELECOM, component.LOCMA, part);
+      }
     }
   }
 }

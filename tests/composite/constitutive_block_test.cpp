@@ -146,13 +146,14 @@ TEST(ConstitutiveBlock, ElementLayerAndMaterialAnglesFollowOneAnother) {
   composite.layers[0].LAEULER = {20.0, 0.0, 0.0};
   Model model =
       pointModel<6>({turned(orthotropicMaterial(), {30.0, 0.0, 0.0}), turned(orthotropicMaterial(), {60.0, 0.0, 0.0})},
-                    {composite, plainComposite(2)}, {{1, {10.0, 0.0, 0.0}}, {2, noAngles}});
+                    {composite, plainComposite(2)}, {{1, {10.0, 0.0, 0.0}}, {2, noAngles}, {1, {10.0, 0.0, 0.0}}});
   ConstitutiveBlock<6> block(model);
 
   const Stress<6> inThreeTurns = block.RESI2D(model, loading(0, someStrain)).STRSG;
   const Stress<6> inOneTurn = block.RESI2D(model, loading(1, someStrain)).STRSG;
 
   EXPECT_LT(distance(inThreeTurns, inOneTurn), 1.0e-13);
+  EXPECT_EQ(&block.elasticMatrix(2), &block.elasticMatrix(0));  // equal angles share their matrices
 }
 
 TEST(ConstitutiveBlock, LayersAddWithTheirShares) {
@@ -306,27 +307,29 @@ TEST(ConstitutiveBlock, FourComponentsGiveThePlaneStrainOfSix) {
 }
 
 TEST(ConstitutiveBlock, RefusesWhatThisBuildDoesNotHave) {
-  const auto faultOf = [](Material material, const Composite& composite) -> std::string {
+  const Material elastic = isotropicMaterial(1000.0, 0.25);
+  const auto faultOf = [&elastic](const Material& material, const Composite& composite, int used = 2) -> std::string {
     try {
-      ConstitutiveBlock<6>(pointModel<6>({material}, {composite}, {}));
+      ConstitutiveBlock<6>(pointModel<6>({elastic, material}, {plainComposite(1), composite}, {{used, noAngles}}));
     } catch (const InputFault& fault) {
       return fault.what();
     }
     return "accepted";
   };
-  const Material elastic = isotropicMaterial(1000.0, 0.25);
   Material friction = elastic;
   friction.NTINT = Law::damageFriction;
   Composite unknown = plainComposite(1);
   unknown.layers[0].TYLAY = "Q";
   unknown.layers[0].kind = LayerKind::none;
 
-  EXPECT_EQ(faultOf(elastic, plainComposite(1)), "accepted");
-  EXPECT_EQ(faultOf(friction, plainComposite(1)),
-            "material 1 asks for law 16 \"DAMAG-FRICTION\", which is not in this build yet");
-  EXPECT_EQ(faultOf(elastic, plainComposite(2)), "composite 1, layer 1: material 2 has no card");
+  EXPECT_EQ(faultOf(elastic, plainComposite(2)), "accepted");
+  EXPECT_EQ(faultOf(friction, plainComposite(2)),
+            "material 2 asks for law 16 \"DAMAG-FRICTION\", which is not in this build yet");
+  EXPECT_EQ(faultOf(elastic, plainComposite(3)), "composite 2, layer 1: material 3 has no card");
   EXPECT_EQ(faultOf(elastic, unknown),
-            "composite 1, layer 1: the layer type is \"Q\"; expected \"P\", \"SP\" or \"NT\"");
+            "composite 2, layer 1: the layer type is \"Q\"; expected \"P\", \"SP\" or \"NT\"");
+  EXPECT_EQ(faultOf(friction, plainComposite(2), 1), "accepted");  // no element uses it
+  EXPECT_EQ(faultOf(elastic, unknown, 1), "accepted");
 }
 
 }  // namespace

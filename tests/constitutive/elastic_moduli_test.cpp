@@ -111,6 +111,15 @@ TEST(ElasticTables, FollowTheTemperature) {
   EXPECT_LT(distance(warm, MODAN<6>(OrthotropicConstants::isotropic(750.0, 0.25))), 1.0e-11);
   EXPECT_LT(distance(hot.record.VDMANX, MODAN<6>(OrthotropicConstants::isotropic(250.0, 0.15))), 1.0e-11);
   EXPECT_TRUE(hot.plainMap);
+  try {
+    (void)MODPS<6>(material, 3, 245.0);
+    FAIL() << "a modulus below 0 was accepted";
+  } catch (const InputFault& fault) {
+    EXPECT_STREQ(fault.what(),
+                 "material 3: at the temperature 245.0 the Young modulus of slot 1 is -125.0; it must be above 0");
+  }
+  material(slot::youngZ) = 0.0;
+  EXPECT_THROW((void)MODPS<6>(material, 3, 20.0), InputFault);
 }
 
 TEST(ElasticTables, CurvesAreNotConsultedAtTheReferenceTemperatureNorForANullPoissonCoefficient) {

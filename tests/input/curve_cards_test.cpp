@@ -48,6 +48,17 @@ TEST_F(CurveCardsTest, AForceIsFoundInTheVectorOfItsElement) {
             "** EL PUNTO NO PERTENECE AL ELEMENTO **");
 }
 
+TEST_F(CurveCardsTest, AGaussPositionMustBeOneOfTheElement) {
+  try {
+    read("CURV,    1\nt\nX-IINCS\nY-EHIST\n1 2 1 0 0\n");
+    FAIL() << "a tetrahedron of one point was given a second one";
+  } catch (const RunEnd& stop) {
+    EXPECT_STREQ(stop.what(), "** EL PUNTO NO PERTENECE AL ELEMENTO **");
+    EXPECT_EQ(stop.A(), 2.0);
+    EXPECT_EQ(stop.B(), 1.0);
+  }
+}
+
 TEST_F(CurveCardsTest, TheCardMustBeAmongTheFirstLinesAndInItsColumns) {
   const auto padding = [](int lines) {
     std::string text;
@@ -75,6 +86,13 @@ TEST_F(CurveCardsTest, BadCountsAndNumbersAreFaults) {
   EXPECT_THAT(fault("CURV,    1\nt\nX-DISPL\n5 3 4\n"), HasSubstr("field column: found 4"));
   EXPECT_THAT(fault("CURV,    1\nt\nX-FORCE\n3 1 1\n"), HasSubstr("field element: found 3"));
   EXPECT_THAT(fault("CURV,    1\nt\nX-RCTOT\n0\n"), HasSubstr("field degree of freedom: found 0"));
+  for (const auto& [axis, found] : std::map<std::string, std::string>{
+           {"X-STRES\n3 1 1 0 0", "line 4, curve X axis card, field element: found 3, expected an integer from 1 to 2"},
+           {"X-STRAI\n2 1 7 0 0", "field component: found 7, expected an integer from 1 to 6"},
+           {"X-EHIST\n2 1 17 0 0", "field internal variable: found 17, expected an integer from 1 to 16"},
+           {"X-ANGLE\n2 1 99 2 0", "field layer: found 2, expected an integer from 0 to 1"},
+           {"X-STRAP\n2 1 6 1 2", "field simple material: found 2, expected an integer from 0 to 1"}})
+    EXPECT_THAT(fault("CURV,    1\nt\n" + axis + "\n"), HasSubstr(found));
   EXPECT_THAT(fault("CURV,    2\nt\nX-IINCS\nY-IINCS\n"), HasSubstr("end of the file"));
 }
 

@@ -37,8 +37,8 @@ class SizesOnly : public Kernel {
   void RIGI(const Model&, int, std::span<double>) const override {}
   [[nodiscard]] double volume(const Model&, int) const override { return 0.0; }
   EnergySums RESIDU(Model&, int) const override { return {}; }
-  void CAUCHY(const Model&, int, PointIndex, std::span<double>) const override {}
-  void ALMANS(const Model&, int, PointIndex, std::span<double>) const override {}
+  void CAUCHY(const Model&, int, PointIndex, int, std::span<double>) const override {}
+  void ALMANS(const Model&, int, PointIndex, int, std::span<double>) const override {}
 
   std::optional<int> dofsOfType20;  ///< gives NTYPE 20 a size
 

@@ -53,9 +53,10 @@ TEST_F(MaterialCardsTest, EveryRecordFillsItsSlots) {
 
 TEST_F(MaterialCardsTest, ReadsTemperatureCurvesAndThePointTable) {
   const Material& material =
-      readOne("2 2 8 2 3 1", {{8, 5.0}, {9, 2.0}}, "1.9\n20 100\n0\n2\n20 5\n30 4\n0.001 7\n0.002 8\n");
+      readOne("2 2 8 2 3 1", {{8, 5.0}, {9, 2.0}}, "1.9\n20 100\n0.5\n2\n20 5\n30 4\n0.001 7\n0.002 8\n");
 
-  EXPECT_EQ(material(65), 1.9);
+  EXPECT_EQ(material(65), 1.0);
+  EXPECT_EQ(material(66), 0.0);
   EXPECT_THAT(material.young.X, ElementsAre(20.0));
   EXPECT_THAT(material.young.Y, ElementsAre(100.0));
   EXPECT_TRUE(material.poisson.X.empty());
@@ -148,6 +149,13 @@ TEST_F(MaterialCardsTest, ACodeThatTheLawDoesNotLookAtMayBeZero) {
 TEST_F(MaterialCardsTest, CountsOfPointsMustBeCounts) {
   EXPECT_THAT(messageOf<InputFault>([this] { readOne("2 2 0 2 1 1", {}, "-1\n"); }), HasSubstr("field slot 65: found"));
   EXPECT_THAT(messageOf<InputFault>([this] { readOne("2 2 0 2 1 1", {}, "1e30\n"); }), HasSubstr("field slot 65"));
+}
+
+TEST_F(MaterialCardsTest, TemperaturesOfACurveMustAscend) {
+  for (const std::string second : {"20", "19"})
+    EXPECT_THAT(messageOf<InputFault>([&] { readOne("2 2 0 2 1 1", {}, "0\n3\n20 1\n" + second + " 1\n30 1\n0\n"); }),
+                HasSubstr("line 13, Poisson-temperature curve card, field abscissa: found " + second + ".0" +
+                          ", expected a temperature above that of the card before"));
 }
 
 TEST_F(MaterialCardsTest, EchoesHeadAndSelection) {

@@ -175,6 +175,14 @@ TEST(WrongModel, WhatThisBuildCannotDoIsSaid) {
   const auto [law, listing] = runChanged([](SolidDeck& deck) { deck.materials[0].law = 8; });
   EXPECT_EQ(law.status, inputFault);
   EXPECT_NE(law.console.find("not in this build yet"), std::string::npos);
+  std::string study = pulledCube().text();
+  study.replace(study.find(" 4 0 0 1 0 0\n"), 13, " 4 0 0 1 0 1\n");  // KFREC
+  study.insert(study.find("CURV,    0\n") + 11, "1 0.0 1 1\n");       // the frequency card
+  const JobFolder folder;
+  folder.write("job.dts", study);
+  const JobOutcome frequencies = runJob(folder, "job.dts");
+  EXPECT_EQ(frequencies.status, 0);
+  EXPECT_NE(frequencies.console.find("frequency study (KFREC = 1) are not in this build yet"), std::string::npos);
 }
 
 TEST(WrongFiles, MissingEmptyAndUnreadableDecks) {

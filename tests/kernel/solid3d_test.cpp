@@ -233,10 +233,10 @@ TEST_F(Solid3DTest, SimpleShearAtFiniteStrain) {
   EXPECT_NEAR(P12, 275.0, 1e-11);
   EXPECT_NEAR(P22, 150.0, 1e-11);
   Vector<6> CAUCHY = stress().values;
-  kernel->CAUCHY(model, 0, {1, 2, 1}, CAUCHY);
+  kernel->CAUCHY(model, 0, {1, 2, 1}, 0, CAUCHY);
   expectNear(CAUCHY, Vector<6>{287.5, 150, 275, 50, 0, 0}, 1e-11);
   Vector<6> ALMANS = strain(model.points.places().STRAT()).values;  // E = (0, .125, .5)
-  kernel->ALMANS(model, 0, {1, 2, 1}, ALMANS);
+  kernel->ALMANS(model, 0, {1, 2, 1}, 0, ALMANS);
   expectNear(ALMANS, Vector<6>{0, -0.125, 0.5, 0, 0, 0}, 1e-15);
 }
 
@@ -263,10 +263,34 @@ TEST_F(Solid3DTest, CurrentMeasuresBelongToTheirPoint) {
   test::setField(model, 0, [](const Point& x) { return Point{0.2 * x[0] * x[1], 0.0, 0.0}; });
   Vector<6> stress{1.0, 0, 0, 0, 0, 0};
 
-  kernel->CAUCHY(model, 0, {1, 2, 1}, stress);
+  kernel->CAUCHY(model, 0, {1, 2, 1}, 0, stress);
 
   // F11 = det F = 1 + 0.2 y, and the first index runs along y
   EXPECT_NEAR(stress[0], 1.0 + 0.2 * (1.0 - 0.5773502691896258) / 2.0, 1e-15);
+}
+
+TEST_F(Solid3DTest, CurrentMeasuresOfAMaterialStayInItsAxes) {
+  // Turns of 20 + 30 + 40 degrees about z: the stretch of 1.2 along x is one along the material's -y.
+  Material material = orthotropicMaterial();
+  material(slot::angleAboutY) = 40.0;
+  use(test::cubeNodes, oneBrick, material);
+  model.mesh.elements[0].EAEULER = {20.0, 0.0, 0.0};
+  model.composites(1).layers[0].LAEULER = {30.0, 0.0, 0.0};
+  model.control.LARGE = 1;
+  prepare();
+  test::setField(model, 0, [](const Point& x) { return Point{0.2 * x[0], 0.0, 0.0}; });
+  kernel->RESIDU(model, 0);
+  const MechanicalPlaces places = model.points.places();
+  const std::span<const double> record = model.points.mechanical(StateSlot::trial, 0, 0, 1);
+  Vector<6> CAUCHY = Stress<6>::from(record, places.STRSG()).values;
+  Vector<6> ALMANS = Strain<6>::from(record, places.STRAT()).values;
+
+  kernel->CAUCHY(model, 0, {1, 1, 1}, 1, CAUCHY);
+  kernel->ALMANS(model, 0, {1, 1, 1}, 1, ALMANS);
+
+  const Vector<6> S = stress().values;  // global axes: S / 1.2 across the stretch, 1.2 S along it
+  expectNear(CAUCHY, Vector<6>{S[1] / 1.2, 1.2 * S[0], 0, S[3] / 1.2, 0, 0}, 1e-12);
+  expectNear(ALMANS, Vector<6>{0, (1.0 - 1.0 / 1.44) / 2.0, 0, 0, 0, 0}, 1e-14);
 }
 
 class FiniteStiffness : public Solid3DTest, public testing::WithParamInterface<bool> {};

@@ -66,6 +66,11 @@ TEST_F(PostFilesTest, HeadOfBricks) {
 TEST_F(PostFilesTest, MixedMeshKeepsEveryElementUnderItsOwnKind) {
   Model model = makeModel(9, {{1, 2, 3, 4, 5, 6, 7, 8}, {5, 6, 8, 9}}, 1);
   model.increment.IPOST3D = {0, 1, 0, 0};
+  model.increment.NOUTP[2] = 1;
+  model.composites.all.push_back(model.composites(1));
+  model.composites(1).ELECOM = {0};
+  model.composites(2).ELECOM = {1};
+  model.mesh.elements[1].MATNO[0] = 2;
 
   GEOPOST(job, model, kernel);
   POSPRO(job, model, kernel);
@@ -73,17 +78,19 @@ TEST_F(PostFilesTest, MixedMeshKeepsEveryElementUnderItsOwnKind) {
   const std::vector<std::string> mesh = linesOf(written(channel::postMesh));
   ASSERT_EQ(mesh.size(), 21U);
   EXPECT_EQ(mesh[0], "MESH \"TETRA-G1\" Dimension 3 Elemtype TetraHedra   Nnode 4");
-  EXPECT_EQ(mesh[13], "        2        5        6        8        9      1");
+  EXPECT_EQ(mesh[13], "        2        5        6        8        9      2");
   EXPECT_EQ(mesh[15], "MESH \"HEXA-G1\"  Dimension 3 Elemtype HexaHedra    Nnode 8");
   EXPECT_EQ(mesh[16], " Coordinates");
   EXPECT_EQ(mesh[17], " End Coordinates");
   EXPECT_EQ(mesh[19], "        1        1        2        3        4        5        6        7        8      1");
   const std::vector<std::string> results = linesOf(written(channel::postResults));
-  ASSERT_EQ(results.size(), 22U);
+  ASSERT_EQ(results.size(), 32U);  // each composite has one kind of element and so one block
   EXPECT_EQ(results[7], " GaussPoints  \"HEXA-G1\"        Elemtype   HexaHedra      \"HEXA-G1\"   ");
   EXPECT_EQ(results[8], " Number of Gauss Points:   1");
   EXPECT_EQ(results[15].substr(0, 5), "    2");
   EXPECT_EQ(results[20].substr(0, 5), "    1");
+  EXPECT_EQ(results[25].substr(0, 5), "    1");
+  EXPECT_EQ(results[30].substr(0, 5), "    2");
 }
 
 TEST_F(PostFilesTest, UnknownNodeCountHasBlankWords) {

@@ -20,11 +20,11 @@ int SolidWithoutMechanics::pointNumber(const ElementData& element, PointIndex po
   return ((point.i - 1) * element.NGAUS + point.j - 1) * element.NGAUS + point.k - 1;
 }
 
-void SolidWithoutMechanics::CAUCHY(const Model&, int, PointIndex, std::span<double> stress) const {
+void SolidWithoutMechanics::CAUCHY(const Model&, int, PointIndex, int, std::span<double> stress) const {
   for (double& value : stress) value *= 2.0;
 }
 
-void SolidWithoutMechanics::ALMANS(const Model&, int, PointIndex, std::span<double> strain) const {
+void SolidWithoutMechanics::ALMANS(const Model&, int, PointIndex, int, std::span<double> strain) const {
   for (double& value : strain) value *= 0.5;
 }
 

@@ -20,8 +20,8 @@ class SolidWithoutMechanics : public Kernel {
   [[nodiscard]] const ResultProfile& results() const override { return solid3d::resultProfile(); }
   [[nodiscard]] ElementSizes TYPE(int NTYPE, int NNODE, int NGAUS) const override;
   [[nodiscard]] int pointNumber(const ElementData& element, PointIndex point) const override;
-  void CAUCHY(const Model& model, int e, PointIndex point, std::span<double> stress) const override;
-  void ALMANS(const Model& model, int e, PointIndex point, std::span<double> strain) const override;
+  void CAUCHY(const Model& model, int e, PointIndex point, int component, std::span<double> stress) const override;
+  void ALMANS(const Model& model, int e, PointIndex point, int component, std::span<double> strain) const override;
 
   void addBodyForce(const Model&, int, std::span<const double>, std::span<double>) const override {}
   [[nodiscard]] int faceNodes(const ElementData&) const override { return 0; }

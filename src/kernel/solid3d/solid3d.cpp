@@ -131,12 +131,12 @@ class Solid3D final : public Kernel {
     return withElement(model, e, [&](const auto& element) { return solid3d::RESIDU(element, thickness, model); });
   }
 
-  void CAUCHY(const Model& model, int e, PointIndex point, std::span<double> stress) const override;
-  void ALMANS(const Model& model, int e, PointIndex point, std::span<double> strain) const override;
+  void CAUCHY(const Model& model, int e, PointIndex point, int component, std::span<double> stress) const override;
+  void ALMANS(const Model& model, int e, PointIndex point, int component, std::span<double> strain) const override;
 
  private:
   [[nodiscard]] int kindNumber(const ElementData& element);
-  [[nodiscard]] Matrix<3> gradientAt(const Model& model, int e, PointIndex point) const;
+  [[nodiscard]] Matrix<3> gradientAt(const Model& model, int e, PointIndex point, int component) const;
 
   std::vector<ElementKind> kinds_;
   std::vector<int> kindOf_;        // by element
@@ -194,27 +194,29 @@ void Solid3D::addFaceLoad(const Model& model, int e, std::span<const int> places
         RLOAD[at(3 * places[at(k)] + i)] += area / (k == m ? 6.0 : 12.0) * values[at(3 * m + i)];
 }
 
-Matrix<3> Solid3D::gradientAt(const Model& model, int e, PointIndex point) const {
+/// In the axes of a component's record.
+Matrix<3> Solid3D::gradientAt(const Model& model, int e, PointIndex point, int component) const {
   const ElementData& element = model.mesh.element(e);
   const ElementSizes sizes = TYPE(element.NTYPE, element.NNODE, element.NGAUS);
   const int number = ((point.i - 1) * sizes.NGAU2 + point.j - 1) * sizes.NGAU3 + point.k - 1;
   assert(number >= 0 && number < sizes.points());
-  return withElement(model, e, [&](const auto& solid) { return solid3d::gradientAt(solid, at(number)); });
+  const Matrix<3> F = withElement(model, e, [&](const auto& solid) { return solid3d::gradientAt(solid, at(number)); });
+  return block_->gradientInRecordAxes(e, component, F);
 }
 
-void Solid3D::CAUCHY(const Model& model, int e, PointIndex point, std::span<double> stress) const {
+void Solid3D::CAUCHY(const Model& model, int e, PointIndex point, int component, std::span<double> stress) const {
   if (model.control.LARGE == 0) return;
-  const Matrix<3> F = gradientAt(model, e, point);
+  const Matrix<3> F = gradientAt(model, e, point, component);
   Stress<6> moved = Stress<6>::from(stress, 0);
   PFB_STR(moved, F, TensorMove::stressForward);
   moved *= 1.0 / DETERM3D(F);
   moved.copyTo(stress, 0);
 }
 
-void Solid3D::ALMANS(const Model& model, int e, PointIndex point, std::span<double> strain) const {
+void Solid3D::ALMANS(const Model& model, int e, PointIndex point, int component, std::span<double> strain) const {
   if (model.control.LARGE == 0) return;
   Strain<6> moved = Strain<6>::from(strain, 0);
-  PFB_STR(moved, gradientAt(model, e, point), TensorMove::strainForward);
+  PFB_STR(moved, gradientAt(model, e, point, component), TensorMove::strainForward);
   moved.copyTo(strain, 0);
 }
 
