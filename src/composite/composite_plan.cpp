@@ -14,15 +14,13 @@ std::string layerName(int c, std::size_t l) {
 
 void checkKind(const Layer& layer, int c, std::size_t l) {
   switch (layer.kind) {
+    case LayerKind::none:  // no components: such a layer adds nothing
     case LayerKind::parallel:
       return;
     case LayerKind::serialParallel:
     case LayerKind::shortFibre:
       throw InputFault(layerName(c, l) + "layers of type \"" + layer.TYLAY + "\" are not in this build yet");
-    case LayerKind::none:
-      break;
   }
-  throw InputFault(layerName(c, l) + "the layer type is \"" + layer.TYLAY + R"("; expected "P", "SP" or "NT")");
 }
 
 template <int N>
@@ -39,6 +37,7 @@ template <int N>
 CompositePlan<N> planOf(const Model& model, int c) {
   CompositePlan<N> plan;
   const std::vector<Layer>& layers = model.composites(c).layers;
+  if (layers.empty()) throw InputFault("composite " + std::to_string(c) + " has no layers, but elements that use it");
   for (std::size_t l = 0; l < layers.size(); ++l) {
     checkKind(layers[l], c, l);
     LayerPlan<N> layer;

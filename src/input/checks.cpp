@@ -235,11 +235,14 @@ void CHECKT(Job& job, const Model& model, const KernelProfile& profile) {
 void ECHO(Job& job) {
   constexpr int mostLines = 1000;
   static constexpr Layout heading(R"(// " SIGUE LA LISTA DE TARJETAS POST-ERROR " /)");
-  static constexpr Layout card("20X A");
+  static constexpr Layout card("20X A80");
   constexpr std::size_t columns = 80;
   job.listing().write(heading);
-  job.cards().unreadLines(mostLines,
-                          [&](std::string_view line) { job.listing().write(card, line.substr(0, columns)); });
+  job.cards().unreadLines(mostLines, [&](std::string_view line) {
+    std::string padded(line.substr(0, columns));
+    padded.resize(columns, ' ');
+    job.listing().write(card, padded);
+  });
 }
 
 }  // namespace zema

@@ -28,7 +28,7 @@ void readComponents(CardReader& cards, Layer& layer, int count, int NMATS) {
 }
 
 void readParallel(CardReader& cards, Layer& layer, int NMATS) {
-  const int NUCOMF = readCount(cards, "NUCOMF");
+  const int NUCOMF = cards.integer("NUCOMF", 0, NMATS);
   readComponents(cards, layer, NUCOMF, NMATS);
 }
 
@@ -54,6 +54,7 @@ Layer readLayer(CardReader& cards, int NMATS, int NSTR1) {
   Layer layer;
   cards.begin("layer");
   layer.TYLAY = cards.word("TYLAY").substr(0, longestWord);
+  layer.TYLAY.erase(layer.TYLAY.find_last_not_of(' ') + 1);
   layer.kind = layerKind(layer.TYLAY);
   layer.PVLAY = cards.real("PVLAY");
   for (double& angle : layer.LAEULER) {
@@ -83,22 +84,15 @@ Layer readLayer(CardReader& cards, int NMATS, int NSTR1) {
 void readComposites(Job& job, Model& model, const KernelProfile& profile) {
   CardReader& cards = job.cards();
   const ControlRecord& control = model.control;
-  std::vector<bool> given(static_cast<std::size_t>(control.NMATC), false);
   for (int block = 0; block < control.NMATC; ++block) {
     cards.begin("composite");
     const int number = cards.integer("composite number", 1, control.NMATC);
     const int NULAY = cards.integer("NULAY", 0, control.NLAYM);
-    given[static_cast<std::size_t>(number - 1)] = true;
     std::vector<Layer>& layers = model.composites(number).layers;
     layers.clear();
     for (int l = 0; l < NULAY; ++l) {
       layers.push_back(readLayer(cards, control.NMATS, profile.NSTR1));
     }
-  }
-  const auto missing = std::find(given.begin(), given.end(), false);
-  if (missing != given.end()) {
-    cards.fault("composite number", "no block of composite " + std::to_string(missing - given.begin() + 1),
-                "one for each composite from 1 to " + std::to_string(control.NMATC));
   }
 }
 

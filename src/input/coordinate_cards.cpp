@@ -54,7 +54,7 @@ void readCoordinates(Job& job, Model& model) {
   if (echoesModelCards(model)) {
     echo(job.listing(), mesh);
   }
-  if (feedsFrequencyRecords(model)) {
+  if (feedsFrequencyRecords(job)) {
     Channel& records = job.channels[channel::frequencies];
     for (int n = 1; n <= mesh.NPOIN(); ++n) {
       records.write(nodeColumns, n, mesh.coordinates({n}));

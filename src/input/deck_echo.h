@@ -1,6 +1,7 @@
 // Which cards of the deck are repeated, on the listing and in the frequency records.
 #pragma once
 
+#include "job/job.h"
 #include "model/model.h"
 
 namespace zema {
@@ -11,8 +12,8 @@ namespace zema {
 }
 
 /// Mesh and first fixities are repeated on the channel of the frequency records, which only a new job opens.
-[[nodiscard]] inline bool feedsFrequencyRecords(const Model& model) {
-  return model.control.KFREC == 1 && model.text.CSTART == "START1";
+[[nodiscard]] inline bool feedsFrequencyRecords(const Job& job) {
+  return job.channels.isOpen(channel::frequencies);
 }
 
 }  // namespace zema

@@ -40,7 +40,7 @@ int readElement(CardReader& cards, Model& model, const KernelProfile& profile) {
   element.MATNO[1] = cards.integer("MATNO(2)");
   element.FRACL = cards.real("FRACL");
   element.NTYPE = cards.integer("NTYPE");
-  element.IFASE = cards.integer("IFASE", 1, model.control.NFASE);
+  element.IFASE = cards.integer("IFASE");
   element.NNODE = cards.integer("NNODE");
   element.NGAUS = cards.integer("NGAUS");
   element.NINTE = cards.integer("NINTE");
@@ -86,7 +86,12 @@ void writeFrequencyRecord(Channel& records, const ElementData& element, int numb
 }
 
 /// Refuses what passes the element check but has no meaning in the kernel.
-void refuseUnknown(const CardReader& cards, const Kernel& kernel, const ElementData& element, int NNODM) {
+void refuseUnknown(const CardReader& cards, const Kernel& kernel, const ElementData& element,
+                   const ControlRecord& control) {
+  const int NNODM = control.NNODM;
+  if (element.IFASE < 1 || element.IFASE > control.NFASE) {
+    cards.fault("IFASE", element.IFASE, "an integer from 1 to " + std::to_string(control.NFASE));
+  }
   if (element.NNODE > NNODM) {
     cards.fault("NNODE", element.NNODE, "at most " + std::to_string(NNODM) + " nodes");
   }
@@ -115,7 +120,7 @@ void addToComposite(Composites& composites, int number, int e) {
 bool readElements(Job& job, Model& model, const Kernel& kernel) {
   const KernelProfile& profile = kernel.profile();
   const bool echoes = echoesModelCards(model);
-  const bool records = feedsFrequencyRecords(model);
+  const bool records = feedsFrequencyRecords(job);
   if (echoes) {
     writeHeading(job.listing());
   }
@@ -131,7 +136,7 @@ bool readElements(Job& job, Model& model, const Kernel& kernel) {
       writeFrequencyRecord(job.channels[channel::frequencies], element, e + 1, shownNodes(model.mesh, e), card == 1);
     }
     CHECK1(job, model, profile, e + 1);
-    refuseUnknown(job.cards(), kernel, element, model.mesh.NNODM);
+    refuseUnknown(job.cards(), kernel, element, model.control);
     addToComposite(model.composites, element.MATNO[0], e);
     alike = card > 1 && element.NTYPE == typeBefore;
     typeBefore = element.NTYPE;

@@ -10,7 +10,7 @@ namespace zema {
   return kernel.TYPE(element.NTYPE, element.NNODE, element.NGAUS);
 }
 
-/// The element whose card was read last; some cards and texts go by it.
+/// The last element, which every loop over the elements leaves behind; some cards and texts go by it.
 [[nodiscard]] inline const ElementData& lastElement(const Mesh& mesh) {
   return mesh.elements.back();
 }

@@ -83,7 +83,7 @@ void readFixities(Job& job, Model& model, const Kernel& kernel) {
   static constexpr Layout heading(
       R"(10X "ECHO OF FIXITY DATA FOLLOWS :" / 10X 27("=") / / 6X "NODE " 5X "CODE" 14X "FIXED VALUES")");
   const Layout row(kernel.profile().fixityEcho);
-  const bool records = job.channels.isOpen(channel::frequencies) && model.loop.ILOAD == 1;
+  const bool records = feedsFrequencyRecords(job) && model.loop.ILOAD == 1;
   CardReader& cards = job.cards();
   job.listing().write(heading);
   if (records) {

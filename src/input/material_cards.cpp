@@ -188,15 +188,6 @@ void derive(Material& material, int number, int NTYPE) {
   }
 }
 
-void refuseMissing(const CardReader& cards, const Materials& materials) {
-  const auto missing = std::find_if(materials.all.begin(), materials.all.end(),
-                                    [](const Material& material) { return !material.given; });
-  if (missing != materials.all.end()) {
-    cards.fault("material number", "no cards of material " + std::to_string(missing - materials.all.begin() + 1),
-                "one set for each material from 1 to " + std::to_string(materials.all.size()));
-  }
-}
-
 }  // namespace
 
 void CONSTITUTIVAS(Job& job, Model& model) {
@@ -217,7 +208,6 @@ void CONSTITUTIVAS(Job& job, Model& model) {
     }
     model.materials(number) = std::move(material);
   }
-  refuseMissing(cards, model.materials);
   static_cast<void>(cards.line("end of materials", recordWidth));
 }
 

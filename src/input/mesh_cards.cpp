@@ -68,34 +68,18 @@ void countDofs(Mesh& mesh, const Kernel& kernel, bool lastTwoAlike) {
   }
 }
 
-/// Places of an element in the point store: its NGAUS in every direction of the mesh.
-int pointPlaces(const ElementData& element, int dimensions) {
-  int places = 1;
-  for (int i = 0; i < dimensions; ++i) {
-    places *= element.NGAUS;
-  }
-  return places;
-}
-
-/// Makes what is kept by element and point, once all numbers of the model have been checked.
-void makeStores(Model& model, const KernelProfile& profile) {
+/// Makes what is kept by element, once all numbers of the model have been checked.
+void makeElementVectors(Model& model) {
   const Mesh& mesh = model.mesh;
-  std::vector<int> points;
-  std::vector<int> components;
-  for (const ElementData& element : mesh.elements) {
-    points.push_back(pointPlaces(element, mesh.dimensions));
-    components.push_back(model.composites(element.MATNO[0]).NUMAT);
-  }
   model.positions = ElementPositions(mesh);
   model.vectors = ElementVectors(mesh.NELEM(), mesh.MDOFN * mesh.NNODM, model.text.CPROB == "ACOP3D");
-  model.points = PointStore(profile.NSTR1, points, components);
 }
 
 }  // namespace
 
 void INPU(Job& job, Model& model, const Kernel& kernel) {
   const KernelProfile& profile = kernel.profile();
-  if (feedsFrequencyRecords(model)) {
+  if (feedsFrequencyRecords(job)) {
     writeFrequencyHead(job, model);
   }
   sizeMesh(model, profile);
@@ -109,7 +93,7 @@ void INPU(Job& job, Model& model, const Kernel& kernel) {
   for (int& node : model.mesh.LNODS) {
     node = std::abs(node);
   }
-  makeStores(model, profile);
+  makeElementVectors(model);
   INPCU(job, model, kernel);
 }
 

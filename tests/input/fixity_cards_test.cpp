@@ -137,7 +137,8 @@ TEST_F(FixityCardsTest, TheCheckCountsBadNodesAndDoubleCards) {
   EXPECT_TRUE(
       listed(" *** DIAGNOSTIGO DE CHECK3, ERROR 23      ASOCIADO CON EL NUMERO    2\n"
              " *** DIAGNOSTIGO DE CHECK3, ERROR 25      ASOCIADO CON EL NUMERO    3\n"
-             "\n\n SIGUE LA LISTA DE TARJETAS POST-ERROR \n\n                    0\n                    0"));
+             "\n\n SIGUE LA LISTA DE TARJETAS POST-ERROR \n\n                    0" +
+             std::string(79, ' ')));
 }
 
 TEST_F(FixityCardsTest, ALoadStepMustHoldItsSolidsAndNotTooOften) {
