@@ -1,73 +1,48 @@
-// A job in a folder of its own, small models and a kernel without mechanics, for the tests of the results.
+// A job in a folder of its own and a small model of solids, for the tests of the results.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <string>
-#include <vector>
+#include <map>
+#include <memory>
 
 #include "job/job.h"
-#include "kernel/solid3d/post_profile.h"
-#include "model/kernel.h"
+#include "jobs/job_runner.h"
+#include "kernel/solid_model.h"
 
 namespace zema::test {
 
-/// The words and sizes of the kernel of solids; in the current configuration a stress is doubled and a strain halved.
-class SolidWithoutMechanics : public Kernel {
- public:
-  [[nodiscard]] const KernelProfile& profile() const override;
-  [[nodiscard]] const ResultProfile& results() const override { return solid3d::resultProfile(); }
-  [[nodiscard]] ElementSizes TYPE(int NTYPE, int NNODE, int NGAUS) const override;
-  [[nodiscard]] int pointNumber(const ElementData& element, PointIndex point) const override;
-  void CAUCHY(const Model& model, int e, PointIndex point, int component, std::span<double> stress) const override;
-  void ALMANS(const Model& model, int e, PointIndex point, int component, std::span<double> strain) const override;
+constexpr int stressPlace = 0;
+constexpr int strainPlace = 6;
+constexpr int plasticPlace = 12;
 
-  void addBodyForce(const Model&, int, std::span<const double>, std::span<double>) const override {}
-  [[nodiscard]] int faceNodes(const ElementData&) const override { return 0; }
-  void addFaceLoad(const Model&, int, std::span<const int>, std::span<const double>, std::span<double>) const override {
-  }
-  void prepare(Model&) override {}
-  void CALCIN(const Model&, double) override {}
-  void IMPORTINFON1(const Model&) override {}
-  void RIGI(const Model&, int, std::span<double>) const override {}
-  [[nodiscard]] double volume(const Model&, int) const override { return 0.0; }
-  EnergySums RESIDU(Model&, int) const override { return {}; }
-};
-
-/// A model of solids: nodes on a line x = 1, 2, ..., one element for each list of nodes, all of composite 1 with one
-/// layer of one material, everything 0, one active construction step.
-[[nodiscard]] Model makeModel(int NPOIN, const std::vector<std::vector<int>>& elementNodes, int NGAUS);
-
-/// Gives composite 1 another layer of `materials` components.
-void addLayer(Model& model, int materials);
-
-/// Makes the stores anew after elements or composites have changed.
-void makeStores(Model& model);
-
-/// Sets a tensor of six places in the committed or trial record of a point.
-void setTensor(Model& model, StateSlot slot, int e, int point, int component, int place, std::vector<double> values);
-
-/// A folder with an open job "a.b" in it, removed at the end of the test.
+/// An open job "a.b" in a folder that is the current one during the test, and a tetrahedron on the axes.
 class ResultTest : public testing::Test {
  protected:
   ResultTest();
-  ~ResultTest() override;
+  ~ResultTest() override { std::filesystem::current_path(before_); }
 
-  /// What stands in the file of a channel so far.
+  /// Changes the model; composite 1 has all elements, in layer 1 one material and in layer 2 as many as is said here.
+  void use(const std::vector<Point>& nodes, const std::vector<std::vector<int>>& elements, int secondLayer = 0);
+  /// Sets places of a mechanical record of the first element.
+  void set(StateSlot slot, int point, int component, int place, const std::vector<double>& values);
+  /// In the current configuration with u = x along an axis: F = 2, so there S_ii is doubled and E_ii quartered.
+  void stretchTwofold(std::size_t axis);
+  /// What was written to a channel since the last call.
   [[nodiscard]] std::string written(int channelNumber);
-  [[nodiscard]] std::string content(const std::string& name) const;
-  [[nodiscard]] bool exists(const std::string& name) const { return std::filesystem::exists(folder_ / name); }
 
+  JobFolder folder;
   Job job;
-  SolidWithoutMechanics kernel;
+  std::unique_ptr<Kernel> kernel;
+  Model model;
 
  private:
-  std::filesystem::path folder_;
-  std::filesystem::path before_;
+  std::filesystem::path before_ = std::filesystem::current_path();
+  std::map<int, std::size_t> seen_;
 };
 
-/// Lines of a text, without their ends.
-[[nodiscard]] std::vector<std::string> linesOf(const std::string& text);
+/// Of the lines of a text that begin with `front` some columns.
+[[nodiscard]] std::vector<std::string> columnsOf(const std::string& text, const std::string& front, std::size_t first,
+                                                 std::size_t count);
 
 }  // namespace zema::test
