@@ -4,20 +4,12 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "element/point_loop.h"
 
 namespace zema {
 namespace {
-
-/// Sum over a rule along a line of w x^power.
-double lineIntegral(RuleTable table, int NINTE, int NGAUS, int power) {
-  const IntegrationRule& rule = INTEGR(table, NINTE, NGAUS);
-  double sum = 0.0;
-  for (std::size_t p = 0; p < static_cast<std::size_t>(NGAUS); ++p)
-    sum += rule.WEIGP[p] * std::pow(rule.POSGP[p], power);
-  return sum;
-}
 
 ElementData elementOf(int NNODE, int NGAUS, int NINTE) {
   ElementData element;
@@ -27,55 +19,44 @@ ElementData elementOf(int NNODE, int NGAUS, int NINTE) {
   return element;
 }
 
-/// Sum over the points of a triangle of w s^a t^b.
-double triangleIntegral(int NNODE, int NGAUS, int NINTE, int a, int b) {
-  const ElementSizes sizes{.NGAU1 = NGAUS, .NGAU2 = 1, .NGAU3 = 1};
-  double sum = 0.0;
-  for (const RulePoint& point : pointLoop(RuleTable::plane, elementOf(NNODE, NGAUS, NINTE), sizes))
-    sum += point.weight * std::pow(point.s, a) * std::pow(point.t, b);
-  return sum;
-}
-
-TEST(IntegrationRule, LinesIntegratePolynomials) {
-  struct Case {
-    int NINTE, NGAUS, degree;
-  };
-  for (const Case& rule : {Case{1, 1, 1}, {1, 2, 3}, {1, 3, 5}, {2, 1, 1}, {2, 2, 1}, {2, 3, 3}, {3, 2, 1}, {3, 3, 3}})
-    for (int power = 0; power <= rule.degree; ++power)
-      EXPECT_NEAR(lineIntegral(RuleTable::plane, rule.NINTE, rule.NGAUS, power),
-                  power % 2 == 0 ? 2.0 / (power + 1) : 0.0, 1e-15)
-          << "family " << rule.NINTE << ", points " << rule.NGAUS << ", power " << power;
+TEST(IntegrationRule, LinesIntegratePolynomialsUpToTheirDegree) {
+  for (const auto& [NINTE, NGAUS, degree] : std::vector<std::array<int, 3>>{
+           {1, 1, 1}, {1, 2, 3}, {1, 3, 5}, {2, 1, 1}, {2, 2, 1}, {2, 3, 3}, {3, 2, 1}, {3, 3, 3}})
+    for (int power = 0; power <= degree; ++power) {
+      const IntegrationRule& rule = INTEGR(RuleTable::plane, NINTE, NGAUS);
+      double sum = 0.0;
+      for (std::size_t p = 0; p < static_cast<std::size_t>(NGAUS); ++p)
+        sum += rule.WEIGP[p] * std::pow(rule.POSGP[p], power);
+      EXPECT_NEAR(sum, power % 2 == 0 ? 2.0 / (power + 1) : 0.0, 1e-15) << NINTE << ' ' << NGAUS << ' ' << power;
+    }
 }
 
 TEST(IntegrationRule, TrianglesIntegratePolynomials) {
-  for (const int NINTE : {4, 5}) {
-    EXPECT_NEAR(triangleIntegral(3, 1, NINTE, 1, 0), 1.0 / 6.0, 1e-8);  // 1/3 is a single-precision value
-    EXPECT_NEAR(triangleIntegral(6, 3, NINTE, 0, 0), 1.0 / 2.0, 1e-15);
-    EXPECT_NEAR(triangleIntegral(6, 3, NINTE, 1, 0), 1.0 / 6.0, 1e-15);
-    EXPECT_NEAR(triangleIntegral(6, 3, NINTE, 2, 0), 1.0 / 12.0, 1e-15);
-    EXPECT_NEAR(triangleIntegral(6, 3, NINTE, 1, 1), 1.0 / 24.0, 1e-15);
-  }
-  EXPECT_EQ(INTEGR(RuleTable::solid, 4, 1).POSGP[0], 0.3333333432674408);
+  using Row = std::tuple<int, int, int, int, double, double>;  // 1/3 is a single-precision value
+  for (const int NINTE : {4, 5})
+    for (const auto& [NNODE, NGAUS, a, b, exact, tolerance] : {Row{3, 1, 1, 0, 1.0 / 6.0, 1e-8},
+                                                               {6, 3, 0, 0, 1.0 / 2.0, 1e-15},
+                                                               {6, 3, 1, 0, 1.0 / 6.0, 1e-15},
+                                                               {6, 3, 2, 0, 1.0 / 12.0, 1e-15},
+                                                               {6, 3, 1, 1, 1.0 / 24.0, 1e-15}}) {
+      double sum = 0.0;
+      for (const RulePoint& point :
+           pointLoop(RuleTable::plane, elementOf(NNODE, NGAUS, NINTE), {.NGAU1 = NGAUS, .NGAU2 = 1, .NGAU3 = 1}))
+        sum += point.weight * std::pow(point.s, a) * std::pow(point.t, b);
+      EXPECT_NEAR(sum, exact, tolerance) << NINTE << ' ' << NGAUS << ' ' << a << ' ' << b;
+    }
 }
 
-TEST(IntegrationRule, OnePointOfASolidIsThatOfTheTetrahedron) {
-  for (const int NINTE : {1, 2, 3}) {
+TEST(IntegrationRule, SpecialPlacesOfTheTable) {
+  for (const int NINTE : {1, 2, 3}) {  // one point of a solid is that of the tetrahedron
     EXPECT_EQ(INTEGR(RuleTable::solid, NINTE, 1).POSGP[0], 0.25);
     EXPECT_EQ(INTEGR(RuleTable::solid, NINTE, 1).WEIGP[0], 1.0 / 6.0);
   }
-}
-
-TEST(IntegrationRule, TwoPointsOfATriangleRuleFillThreePlaces) {
+  EXPECT_EQ(INTEGR(RuleTable::solid, 4, 1).POSGP[0], 0.3333333432674408);
   EXPECT_EQ(INTEGR(RuleTable::solid, 4, 2).POSGP, (std::array{1.0 / 6.0, 2.0 / 3.0, 1.0 / 6.0}));
   EXPECT_EQ(INTEGR(RuleTable::solid, 5, 2).WEIGP, (std::array{1.0 / 6.0, 1.0 / 6.0, 1.0 / 6.0}));
-}
-
-TEST(IntegrationRule, PairsOutsideTheTableAreNoRules) {
   EXPECT_TRUE(hasRule(5, 2));
-  EXPECT_FALSE(hasRule(0, 2));
-  EXPECT_FALSE(hasRule(6, 1));
-  EXPECT_FALSE(hasRule(1, 0));
-  EXPECT_FALSE(hasRule(1, 4));
+  for (const auto& [NINTE, NGAUS] : {std::pair{0, 2}, {6, 1}, {1, 0}, {1, 4}}) EXPECT_FALSE(hasRule(NINTE, NGAUS));
 }
 
 TEST(PointLoop, BrickRunsFirstAlongTThenSThenU) {
@@ -91,17 +72,8 @@ TEST(PointLoop, BrickRunsFirstAlongTThenSThenU) {
     EXPECT_EQ((std::array{points[p].s, points[p].t, points[p].u}), byHand[p]) << "point " << p;
     EXPECT_EQ(points[p].weight, 1.0);
   }
-  EXPECT_EQ(points[5].index.i, 2);
-  EXPECT_EQ(points[5].index.j, 1);
-  EXPECT_EQ(points[5].index.k, 2);
-}
-
-TEST(PointLoop, TetrahedronHasOnePointOfWeightOneSixth) {
-  const auto points = pointLoop(RuleTable::solid, elementOf(4, 1, 1), {.NGAU1 = 1, .NGAU2 = 1, .NGAU3 = 1});
-
-  ASSERT_EQ(points.size(), 1U);
-  EXPECT_EQ((std::array{points[0].s, points[0].t, points[0].u}), (std::array{0.25, 0.25, 0.25}));
-  EXPECT_EQ(points[0].weight, 1.0 / 6.0);
+  const PointIndex sixth = points[5].index;
+  EXPECT_EQ((std::array{sixth.i, sixth.j, sixth.k}), (std::array{2, 1, 2}));
 }
 
 }  // namespace

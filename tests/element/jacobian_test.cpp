@@ -30,53 +30,24 @@ TEST(Jacobian, BoxScalesEachDirectionByHalfItsEdge) {
   const ShapeFunctions<3, 8> shape = SFR3D<8>(0.3, -0.2, 0.6);
   Matrix<3, 8> CARTD;
 
-  const double DJACB = JACOB(shape.DERIV, box(), 1, CARTD);
-
-  EXPECT_NEAR(DJACB, 1.0 * 2.0 * 3.0, 1e-14);
-  for (int a = 0; a < 8; ++a) {
-    EXPECT_NEAR(CARTD(0, a), shape.DERIV(0, a) / 1.0, 1e-15);
-    EXPECT_NEAR(CARTD(1, a), shape.DERIV(1, a) / 2.0, 1e-15);
-    EXPECT_NEAR(CARTD(2, a), shape.DERIV(2, a) / 3.0, 1e-15);
-  }
+  EXPECT_NEAR(JACOB(shape.DERIV, box(), 1, CARTD), 1.0 * 2.0 * 3.0, 1e-14);
+  for (int i = 0; i < 3; ++i)
+    for (int a = 0; a < 8; ++a) EXPECT_NEAR(CARTD(i, a), shape.DERIV(i, a) / (i + 1), 1e-15);
   EXPECT_NEAR(GPCOD(box(), shape.SHAPEN)[2], 4.0 + 0.6 * 3.0, 1e-14);
 }
 
-TEST(Jacobian, DerivativesOfADistortedBrickReproduceCoordinates) {
-  Matrix<8, 3> ELCOD = box();
-  ELCOD(6, 0) += 0.4;
-  ELCOD(1, 1) -= 0.3;
-  ELCOD(4, 2) += 0.5;
-  Matrix<3, 8> CARTD;
-
-  ASSERT_GT(JACOB(SFR3D<8>(0.3, -0.2, 0.6).DERIV, ELCOD, 1, CARTD), 0.0);
-
-  const Matrix<3> unit = PROMA1(CARTD, ELCOD);  // d x_j / d x_i
-  for (int i = 0; i < 3; ++i)
-    for (int j = 0; j < 3; ++j) EXPECT_NEAR(unit(i, j), i == j ? 1.0 : 0.0, 1e-14);
-}
-
-TEST(Jacobian, TetrahedronHasSixTimesItsVolume) {
-  const Matrix<4, 3> ELCOD{{0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 4}};
-  Matrix<3, 4> CARTD;
-
-  EXPECT_NEAR(JACOB(SFR3D<4>(0.25, 0.25, 0.25).DERIV, ELCOD, 1, CARTD), 24.0, 1e-14);
-}
-
-TEST(Jacobian, SurfaceInSpaceHasTwiceTheAreaOfItsTriangle) {
-  const Matrix<3, 3> ELCOD{{0, 0, 0, 3, 0, 0, 0, 4, 0}};   // right angle, legs 3 and 4, in the plane z = 0
+TEST(Jacobian, MeasuresVolumesAreasAndLengths) {
+  const Matrix<4, 3> tetrahedron{{0, 0, 0, 2, 0, 0, 0, 3, 0, 0, 0, 4}};
+  const Matrix<3, 3> flat{{0, 0, 0, 3, 0, 0, 0, 4, 0}};    // right angle, legs 3 and 4, in the plane z = 0
   const Matrix<3, 3> tilted{{0, 0, 0, 0, 3, 3, 0, 0, 5}};  // in the plane x = 0
   const Matrix<2, 3> DERIV = SFR2D<3>(0.0, 0.0).DERIV;
+  Matrix<3, 4> CARTD;
 
-  EXPECT_NEAR(JACOB2D(DERIV, ELCOD, 1), 12.0, 1e-14);
+  EXPECT_NEAR(JACOB(SFR3D<4>(0.25, 0.25, 0.25).DERIV, tetrahedron, 1, CARTD), 24.0, 1e-14);  // 6 V
+  EXPECT_NEAR(JACOB2D(DERIV, flat, 1), 12.0, 1e-14);                                         // 2 A
   EXPECT_NEAR(JACOB2D(DERIV, tilted, 1), 15.0, 1e-14);
-}
-
-TEST(Jacobian, LineGivesHalfItsLengthAndTheUnitTangent) {
-  const Matrix<2, 3> ELCOD{{1, 1, 0, 4, 1, 4}};
-
-  const auto line = JACOB1D(SFR1D<2>(0.0).DERIV, ELCOD, 1);
-
-  EXPECT_NEAR(line.DJACB, 2.5, 1e-15);
+  const auto line = JACOB1D(SFR1D<2>(0.0).DERIV, Matrix<2, 3>{{1, 1, 0, 4, 1, 4}}, 1);
+  EXPECT_NEAR(line.DJACB, 2.5, 1e-15);  // L / 2
   EXPECT_NEAR(line.TRANF[0], 0.6, 1e-15);
   EXPECT_NEAR(line.TRANF[2], 0.8, 1e-15);
   EXPECT_NEAR(line.CARTD(0, 1), 0.2, 1e-15);
@@ -84,25 +55,20 @@ TEST(Jacobian, LineGivesHalfItsLengthAndTheUnitTangent) {
 
 TEST(Jacobian, ThatIsNotPositiveStopsWithTheElement) {
   Matrix<8, 3> mirrored = box();
-  for (int a = 0; a < 8; ++a) mirrored(a, 2) = -mirrored(a, 2);
+  for (double& coordinate : mirrored.values) coordinate = -coordinate;
   Matrix<3, 8> CARTD3;
-  const auto solid = [&] { return JACOB(SFR3D<8>(0, 0, 0).DERIV, mirrored, 17, CARTD3); };
   Matrix<2, 3> CARTD2;
-  const auto flat = [&] { return JACOB(SFR2D<3>(0, 0).DERIV, Matrix<3, 2>{{0, 0, 0, 1, 1, 0}}, 3, CARTD2); };
-  const auto point = [] { return JACOB1D(SFR1D<2>(0.0).DERIV, Matrix<2, 3>{}, 123456); };
+  const auto text = [](const std::string& routine, const std::string& element) {
+    return "\n\n PROGRAMA DETENIDO EN LA SUBROUTINA " + routine +
+           "\n            AREA CERO O NEGATIVA \n           ELEMENTO NUMER" + element + "\n";
+  };
 
-  EXPECT_EQ(listingOf(solid),
-            "\n\n PROGRAMA DETENIDO EN LA SUBROUTINA JACOB3D\n"
-            "            AREA CERO O NEGATIVA \n"
-            "           ELEMENTO NUMER    17\n");
-  EXPECT_EQ(listingOf(flat),
-            "\n\n PROGRAMA DETENIDO EN LA SUBROUTINA JACOB2D\n"
-            "            AREA CERO O NEGATIVA \n"
-            "           ELEMENTO NUMER     3\n");
-  EXPECT_EQ(listingOf(point),
-            "\n\n PROGRAMA DETENIDO EN LA SUBROUTINA JACOB1D\n"
-            "            AREA CERO O NEGATIVA \n"
-            "           ELEMENTO NUMERO *****\n");
+  EXPECT_EQ(listingOf([&] { return JACOB(SFR3D<8>(0, 0, 0).DERIV, mirrored, 17, CARTD3); }), text("JACOB3D", "    17"));
+  EXPECT_EQ(listingOf([&] {
+              return JACOB(SFR2D<3>(0, 0).DERIV, Matrix<3, 2>{{0, 0, 0, 1, 1, 0}}, 3, CARTD2);
+            }),
+            text("JACOB2D", "     3"));
+  EXPECT_EQ(listingOf([] { return JACOB1D(SFR1D<2>(0.0).DERIV, Matrix<2, 3>{}, 123456); }), text("JACOB1D", "O *****"));
 }
 
 }  // namespace

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <numbers>
 
 namespace zema {
 namespace {
@@ -13,29 +12,15 @@ void expectNear(const Strain<6>& strain, const Vector<6>& expected, double toler
   for (int r = 0; r < 6; ++r) EXPECT_NEAR(strain[r], expected[static_cast<std::size_t>(r)], tolerance) << "place " << r;
 }
 
-Matrix<3> turnAboutZ(double angle) {
-  return {{std::cos(angle), -std::sin(angle), 0, std::sin(angle), std::cos(angle), 0, 0, 0, 1}};
-}
+TEST(Strain, OfKnownMotions) {
+  const double c = std::cos(0.5), s = std::sin(0.5);
+  const StrainMeasure small = StrainMeasure::small, finite = StrainMeasure::finite;
 
-TEST(Strain, SmallStrainIsTheSymmetricPartWithEngineeringShears) {
-  const Matrix<3> gradient{{1, 2, 4, 8, 16, 32, 64, 128, 256}};
-
-  expectNear(strainOf<6>(gradient, StrainMeasure::small), {1, 16, 10, 256, 68, 160});
-  expectNear(strainOf<6>(Matrix<3>{{0, 1, -2, -1, 0, 3, 2, -3, 0}}, StrainMeasure::small), {});
-}
-
-TEST(Strain, GreenLagrangeOfSimpleShear) {
+  expectNear(strainOf<6>(Matrix<3>{{1, 2, 4, 8, 16, 32, 64, 128, 256}}, small), {1, 16, 10, 256, 68, 160});
+  expectNear(strainOf<6>(Matrix<3>{{0, 1, -2, -1, 0, 3, 2, -3, 0}}, small), {});
   // x = X + 0.5 Y: E = (F^T F - I) / 2
-  expectNear(strainOf<6>(Matrix<3>{{1, 0.5, 0, 0, 1, 0, 0, 0, 1}}, StrainMeasure::finite), {0, 0.125, 0.5, 0, 0, 0});
-}
-
-TEST(Strain, TurnGivesNoGreenLagrangeStrainButASmallOne) {
-  const Matrix<3> R = turnAboutZ(0.5);
-  Matrix<3> displacementGradient = R;
-  for (int i = 0; i < 3; ++i) displacementGradient(i, i) -= 1.0;
-
-  expectNear(strainOf<6>(R, StrainMeasure::finite), {}, 1e-15);
-  EXPECT_NEAR(strainOf<6>(displacementGradient, StrainMeasure::small)[0], std::cos(0.5) - 1.0, 1e-15);
+  expectNear(strainOf<6>(Matrix<3>{{1, 0.5, 0, 0, 1, 0, 0, 0, 1}}, finite), {0, 0.125, 0.5, 0, 0, 0});
+  expectNear(strainOf<6>(Matrix<3>{{c, -s, 0, s, c, 0, 0, 0, 1}}, finite), {});
 }
 
 TEST(Strain, RateIsTheDerivativeOfTheStrainInTime) {
@@ -54,28 +39,15 @@ TEST(Strain, RateIsTheDerivativeOfTheStrainInTime) {
   }
 }
 
-TEST(Strain, GradientOfPositionsIsTheDeformationGradient) {
-  // A tetrahedron on the axes: derivatives of its functions are rows of -1, 1.
-  const Matrix<3, 4> CARTD{{-1, 1, 0, 0, -1, 0, 1, 0, -1, 0, 0, 1}};
-  const Matrix<4, 3> positions{{0, 0, 0, 1, 0, 0, 0.5, 1, 0, 0, 0, 1}};
-
-  EXPECT_EQ(GRADEF(positions, CARTD), (Matrix<3>{{1, 0.5, 0, 0, 1, 0, 0, 0, 1}}));
-}
-
 TEST(Strain, ElementSwitchedOnLateStartsFromZero) {
   const Strain<6> whileInactive{{0.01, 0, 0, 0, 0, 0}};
-  const Strain<6> first{{0.012, 0, 0, 0, 0, 0.001}};
-  const Strain<6> second{{0.015, 0, 0, 0, 0, 0.003}};
 
   const PointStrain<6> asleep = DEFO(whileInactive, {}, {}, false);
-  const PointStrain<6> stillAsleep = DEFO(whileInactive, asleep.STRAT, asleep.STRFAS, false);
-  const PointStrain<6> awake = DEFO(first, stillAsleep.STRAT, stillAsleep.STRFAS, true);
-  const PointStrain<6> later = DEFO(second, awake.STRAT, awake.STRFAS, true);
+  const PointStrain<6> awake = DEFO(Strain<6>{{0.012, 0, 0, 0, 0, 0.001}}, asleep.STRAT, asleep.STRFAS, true);
+  const PointStrain<6> later = DEFO(Strain<6>{{0.015, 0, 0, 0, 0, 0.003}}, awake.STRAT, awake.STRFAS, true);
 
   EXPECT_TRUE(asleep.STRAN.isZero() && asleep.STRAT.isZero());
-  expectNear(stillAsleep.STRFAS, {-0.01, 0, 0, 0, 0, 0});
   expectNear(awake.STRAT, {0.002, 0, 0, 0, 0, 0.001});
-  expectNear(awake.STRAN, {0.002, 0, 0, 0, 0, 0.001});
   expectNear(later.STRAT, {0.005, 0, 0, 0, 0, 0.003});
   expectNear(later.STRAN, {0.003, 0, 0, 0, 0, 0.002});
 }
