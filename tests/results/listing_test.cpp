@@ -74,17 +74,18 @@ TEST_F(ListingTest, HighestLevelOfADynamicStepAtFiniteStrainWritesEverything) {
 TEST_F(ListingTest, LevelIterationAndLoadTableChooseTheTables) {
   model.FLEC = {0.0, 1.0};
   struct Row {
-    int first, other, IITER, KCONV;
-    double TCYCL;
+    int first, other, IITER, KCONV, TCYCL, INCRE;
     std::size_t lines;  ///< titles and headings of tables
   };
-  const std::vector<Row> rows = {{3, 0, 2, 0, 0, 0}, {0, 1, 2, 0, 0, 2}, {0, 2, 2, 0, 0, 4}, {0, 3, 2, 0, 0, 10},
-                                 {1, 0, 1, 1, 0, 2}, {1, 0, 1, 0, 0, 0}, {1, 0, 2, 1, 0, 0}, {1, 1, 2, 0, 5, 0}};
-  for (const auto& [first, other, IITER, KCONV, TCYCL, lines] : rows) {
+  const std::vector<Row> rows = {{3, 0, 2, 0, 0, 1, 0},  {0, 1, 2, 0, 0, 1, 2}, {0, 2, 2, 0, 0, 1, 4},
+                                 {0, 3, 2, 0, 0, 1, 10}, {1, 0, 1, 1, 0, 1, 2}, {1, 0, 1, 0, 0, 1, 0},
+                                 {1, 0, 2, 1, 0, 1, 0},  {0, 1, 2, 0, 5, 1, 0}, {0, 1, 2, 0, 5, 2, 2}};
+  for (const auto& [first, other, IITER, KCONV, TCYCL, INCRE, lines] : rows) {
     model.increment.NOUTP = {first, other, 0, 0};
     model.loop.IITER = IITER;
     model.loop.KCONV = KCONV;
     model.loadStep.TCYCL = TCYCL;
+    model.loop.INCRE = INCRE;
     EXPECT_EQ(test::columnsOf(output(OutputMoment::converged), "0", 0, 1).size(), lines) << first << other << IITER;
   }
 }

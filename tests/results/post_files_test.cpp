@@ -22,10 +22,8 @@ class PostFilesTest : public test::ResultTest {
 };
 
 TEST_F(PostFilesTest, MixedMeshKeepsEveryElementUnderItsOwnKind) {
-  use(test::cubeNodes, {{1, 2, 3, 4, 5, 6, 7, 8}, {1, 2, 4, 5}});
+  use({{0, 0, 0}, {-1.5, 0, 0}, {0, 1, 0}, {0, 0, 123456.75}}, {{1, 2, 3, 4, 4, 3, 2, 1}, {1, 3, 2, 4}});
   model.mesh.elements[1].MATNO[0] = 2;
-  model.mesh.COORD[3] = -1.5;
-  model.mesh.COORD[23] = 123456.75;
 
   GEOPOST(job, model, *kernel);
 
@@ -33,21 +31,17 @@ TEST_F(PostFilesTest, MixedMeshKeepsEveryElementUnderItsOwnKind) {
  Coordinates
         10.000000E+000.000000E+000.000000E+00
         2-.150000E+010.000000E+000.000000E+00
-        30.100000E+010.100000E+010.000000E+00
-        40.000000E+000.100000E+010.000000E+00
-        50.000000E+000.000000E+000.100000E+01
-        60.100000E+010.000000E+000.100000E+01
-        70.100000E+010.100000E+010.100000E+01
-        80.000000E+000.100000E+010.123457E+06
+        30.000000E+000.100000E+010.000000E+00
+        40.000000E+000.000000E+000.123457E+06
  End Coordinates
  Elements
-        2        1        2        4        5      2
+        2        1        3        2        4      2
  End elements
 MESH "HEXA-G8"  Dimension 3 Elemtype HexaHedra    Nnode 8
  Coordinates
  End Coordinates
  Elements
-        1        1        2        3        4        5        6        7        8      1
+        1        1        2        3        4        4        3        2        1      1
  End elements
 )");
   EXPECT_EQ(written(channel::postResults), R"( Qor Post Results File 1.0
@@ -70,10 +64,7 @@ MESH "HEXA-G8"  Dimension 3 Elemtype HexaHedra    Nnode 8
 
 TEST_F(PostFilesTest, OneBlockOfEachQuantityShowsTheCommittedStateInTheCurrentConfiguration) {
   stretchTwofold(0);
-  model.working.TDISP[1] = -2.0;
-  model.working.TDISP[4] = -2.0;
-  model.working.TDISP[7] = -2.0;
-  model.working.TDISP[10] = -2.0;
+  for (const std::size_t y : {1U, 4U, 7U, 10U}) model.working.TDISP[y] = -2.0;
   set(StateSlot::committed, 0, 0, test::stressPlace, {0.5, 4.0, 3.0, 8.0, 5.0, 12.0});
   set(StateSlot::committed, 0, 0, test::strainPlace, {2.0, 0.0, 0.5, 0.0, 0.0, 0.0});
   set(StateSlot::committed, 0, 0, test::plasticPlace, {0.0, 0.0, 0.0, 0.125, 0.0, 0.0});
@@ -123,9 +114,7 @@ TEST_F(PostFilesTest, BrickPointsFollowTheWalkOfTheFile) {
     set(StateSlot::committed, point, 0, test::stressPlace, {111.0 + point / 4 * 100 + point / 2 % 2 * 10 + point % 2});
   model.increment.IPOST3D = {0, 1, 0, 0};
 
-  EXPECT_THAT(columnsOf(blocks(), "    ", 0, 14),
-              ElementsAre("    1      111", "           121", "           221", "           211", "           112",
-                          "           122", "           222", "           212"));
+  EXPECT_THAT(columnsOf(blocks(), "    ", 11, 3), ElementsAre("111", "121", "221", "211", "112", "122", "222", "212"));
 }
 
 TEST_F(PostFilesTest, BlocksHoldTheActiveElementsOfTheirKind) {
@@ -161,14 +150,11 @@ TEST_F(PostFilesTest, MaterialAxesTurnTheWholeButNotTheSimpleMaterialsOfTheLayer
   EXPECT_THAT(columnsOf(text, "    1", 13, 3), ElementsAre("7.0", "1.5", "2.5", "3.5", "0.0", "0.0", "0.0", "0.0"));
   EXPECT_THAT(text, testing::HasSubstr("    1        7.000000000000000        0.500000000000000"
                                        "        0.000000000000000       -0.250000000000000"));
-  const std::vector<std::string> heads = columnsOf(text, "Result", 0, 95);
+  const std::vector<std::string> heads = columnsOf(text, "Result", 8, 80);
   ASSERT_EQ(heads.size(), 8U);
-  EXPECT_EQ(heads[1],
-            R"(Result "STRESSES//COMPOSITE01//LAYER01//SIMPLE MAT.01" "MECHANICAL" 0.250000E+01 Matrix OnGauss)");
-  EXPECT_EQ(heads[2],
-            R"(Result "STRESSES//COMPOSITE01//LAYER02//SIMPLE MAT.01" "MECHANICAL" 0.250000E+01 Matrix OnGauss)");
-  EXPECT_EQ(heads[7],
-            R"(Result "INT.VAR.//COMPOSITE01//LAYER02//SIMPLE MAT.02//CAPAP" "MECHANICAL"    0.250000E+01 Scal)");
+  EXPECT_EQ(heads[1], R"(STRESSES//COMPOSITE01//LAYER01//SIMPLE MAT.01" "MECHANICAL" 0.250000E+01 Matrix )");
+  EXPECT_EQ(heads[2], R"(STRESSES//COMPOSITE01//LAYER02//SIMPLE MAT.01" "MECHANICAL" 0.250000E+01 Matrix )");
+  EXPECT_EQ(heads[7], R"(INT.VAR.//COMPOSITE01//LAYER02//SIMPLE MAT.02//CAPAP" "MECHANICAL"    0.250000E+)");
 }
 
 TEST_F(PostFilesTest, LoadTableSkipsIncrementsOfDynamicAndTimeDependentRuns) {
