@@ -1,4 +1,4 @@
-// A second run of the same job, and the iteration blocks beside the log.
+// A second run of the same job, the iteration blocks beside the log, and a deck as a user wrote it.
 #include <gtest/gtest.h>
 
 #include "jobs/job_runner.h"
@@ -33,6 +33,20 @@ TEST(Rerun, ListingLogResultsAndCurvesGoOnAndTheMeshStartsAnew) {
   EXPECT_EQ(count(folder.read("job.mec.26"), "0 IITER.=  1"), 2);
   // the cube is pulled to a stress of 1 by the supports at x = 1, whose prescribed value is not 0: they do not count
   EXPECT_EQ(count(folder.read("job.AA"), "          0.00100000         -1.00000000\n"), 2);
+}
+
+TEST(UserDeck, APulledCubeRunsAsItStands) {
+  const JobFolder folder;
+  std::filesystem::copy(std::filesystem::path(ZEMA_SOURCE) / "tests/data/decks/cube.dts", folder.path() / "cube.dts");
+
+  EXPECT_EQ(runJob(folder, "cube.dts").status, 0);
+
+  const auto results = readPostResults(folder, "cube");
+  for (int increment = 0; increment < 2; ++increment) {
+    const double strain = 5e-4 * (increment + 1);
+    for (const auto& row : block(results, "STRESSES", increment).rows) EXPECT_NEAR(row[0], 200000 * strain, 1e-9);
+    EXPECT_NEAR(block(results, "STRAINS//TOTAL", increment).rows[7][2], -0.3 * strain, 1e-14);
+  }
 }
 
 }  // namespace
