@@ -15,7 +15,8 @@ struct Job;
 /// banners and starts the clock. Throws FileFault for a file that cannot be opened.
 void INICIA(Job& job, const std::string& CPROB1);
 
-/// File name of curve i (from 1): the job name up to the first dot behind its folders, a dot and two letters, AA, AB ... AY, BA ...
+/// File name of curve i (from 1): the job name up to the first dot behind its folders, a dot and two letters, AA, AB
+/// ... AY, BA ...
 [[nodiscard]] std::string curveFileName(const Job& job, int i);
 
 }  // namespace zema
