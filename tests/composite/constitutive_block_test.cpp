@@ -7,6 +7,7 @@
 
 #include "composite/point_model.h"
 #include "constitutive/sample_materials.h"
+#include "foundation/distance.h"
 #include "foundation/errors.h"
 
 namespace zema {
@@ -16,12 +17,6 @@ const Strain<6> someStrain{{0.010, -0.004, 0.006, 0.003, -0.005, 0.008}};
 constexpr std::array<double, 3> skewAngles{25.0, 40.0, -70.0};
 constexpr std::array<double, 3> noAngles{};
 constexpr MechanicalPlaces places{6};
-
-double distance(const auto& a, const auto& b) {
-  double largest = 0.0;
-  for (std::size_t i = 0; i < a.values.size(); ++i) largest = std::max(largest, std::abs(a.values[i] - b.values[i]));
-  return largest;
-}
 
 Material turned(Material material, const std::array<double, 3>& angles) {
   material(slot::angleAboutY) = angles[0];

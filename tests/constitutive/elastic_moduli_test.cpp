@@ -4,17 +4,11 @@
 #include <gtest/gtest.h>
 
 #include "constitutive/sample_materials.h"
+#include "foundation/distance.h"
 #include "foundation/errors.h"
 
 namespace zema {
 namespace {
-
-template <int N>
-double distance(const Matrix<N>& A, const Matrix<N>& B) {
-  double largest = 0.0;
-  for (std::size_t i = 0; i < A.values.size(); ++i) largest = std::max(largest, std::abs(A.values[i] - B.values[i]));
-  return largest;
-}
 
 TEST(ElasticMatrix, IsTheInverseOfTheComplianceEvenWithoutSymmetry) {
   const OrthotropicConstants c{.Ex = 120.0,

@@ -8,6 +8,7 @@
 #include "constitutive/elastic_law.h"
 #include "constitutive/law_samples.h"
 #include "constitutive/sample_materials.h"
+#include "foundation/distance.h"
 
 namespace zema {
 namespace {
@@ -26,20 +27,6 @@ Material turnedMaterial() {
 Strain<6> greenLagrange(const Matrix<3>& F) {
   const Matrix<3> C = transposeTimes(F, F);
   return {{(C(0, 0) - 1.0) / 2.0, (C(1, 1) - 1.0) / 2.0, C(0, 1), (C(2, 2) - 1.0) / 2.0, C(0, 2), C(1, 2)}};
-}
-
-template <int N>
-double distance(const Matrix<N>& A, const Matrix<N>& B) {
-  double largest = 0.0;
-  for (std::size_t i = 0; i < A.values.size(); ++i) largest = std::max(largest, std::abs(A.values[i] - B.values[i]));
-  return largest;
-}
-
-template <int N>
-double distance(const Stress<N>& a, const Stress<N>& b) {
-  double largest = 0.0;
-  for (int i = 0; i < N; ++i) largest = std::max(largest, std::abs(a[i] - b[i]));
-  return largest;
 }
 
 /// Tangent by central differences of the stress in layer axes.

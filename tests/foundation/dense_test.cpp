@@ -5,16 +5,10 @@
 
 #include <limits>
 
+#include "foundation/distance.h"
+
 namespace zema {
 namespace {
-
-template <int N>
-double distance(const Matrix<N>& A, const Matrix<N>& B) {
-  double largest = 0.0;
-  for (int i = 0; i < N; ++i)
-    for (int j = 0; j < N; ++j) largest = std::max(largest, std::abs(A(i, j) - B(i, j)));
-  return largest;
-}
 
 /// A regular matrix whose first diagonal entry is 0, so that elimination needs a row exchange.
 constexpr Matrix<3> A3{{0.0, 2.0, 1.0, 1.0, 1.0, 0.0, 3.0, 0.0, 2.0}};
