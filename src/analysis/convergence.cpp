@@ -28,20 +28,26 @@ struct Measure {
   }
 };
 
-void sumForces(Analysis& analysis) {
-  const Model& model = analysis.model;
-  std::fill(analysis.STFOR.begin(), analysis.STFOR.end(), 0.0);
-  std::fill(analysis.TOFOR.begin(), analysis.TOFOR.end(), 0.0);
+/// Visits every degree of freedom of every element, in element order: position, internal force, total load.
+template <class Visit>
+void forEachForce(const Model& model, Visit visit) {
   for (int e = 0; e < model.mesh.NELEM(); ++e) {
     const std::span<const int> positions = model.positions.of(e);
     const std::span<const double> internalForce = model.vectors.ELOAD(e, 1);
     const std::span<const double> totalLoad = model.vectors.TLOAD(e);
     for (std::size_t k = 0; k < positions.size(); ++k) {
-      const auto i = static_cast<std::size_t>(positions[k]);
-      analysis.STFOR[i] += internalForce[k];
-      analysis.TOFOR[i] += totalLoad[k];
+      visit(static_cast<std::size_t>(positions[k]), internalForce[k], totalLoad[k]);
     }
   }
+}
+
+void sumForces(Analysis& analysis) {
+  std::fill(analysis.STFOR.begin(), analysis.STFOR.end(), 0.0);
+  std::fill(analysis.TOFOR.begin(), analysis.TOFOR.end(), 0.0);
+  forEachForce(analysis.model, [&](std::size_t i, double internalForce, double totalLoad) {
+    analysis.STFOR[i] += internalForce;
+    analysis.TOFOR[i] += totalLoad;
+  });
 }
 
 Measure measureForces(const Analysis& analysis) {
@@ -180,17 +186,11 @@ void REACT(Analysis& analysis) {
   const std::vector<int>& IFFIX = model.working.IFFIX;
   std::vector<double>& FIXED = analysis.equations.FIXED;
   std::fill(FIXED.begin(), FIXED.end(), 0.0);
-  for (int e = 0; e < model.mesh.NELEM(); ++e) {
-    const std::span<const int> positions = model.positions.of(e);
-    const std::span<const double> internalForce = model.vectors.ELOAD(e, 1);
-    const std::span<const double> totalLoad = model.vectors.TLOAD(e);
-    for (std::size_t k = 0; k < positions.size(); ++k) {
-      const auto i = static_cast<std::size_t>(positions[k]);
-      if (IFFIX[i] > 0) {
-        FIXED[i] += internalForce[k] - totalLoad[k];
-      }
+  forEachForce(model, [&](std::size_t i, double internalForce, double totalLoad) {
+    if (IFFIX[i] > 0) {
+      FIXED[i] += internalForce - totalLoad;
     }
-  }
+  });
   accumulateReactions(analysis);
   for (std::size_t i = 0; i < FIXED.size(); ++i) {
     if (IFFIX[i] > 0) {

@@ -63,9 +63,8 @@ class ConstitutiveBlock {
   /// A deformation gradient (global axes) in the axes of a record of element e: those of the material for the component
   /// LOCMA of a simple material, global ones for component 0.
   [[nodiscard]] Matrix<3> gradientInRecordAxes(int e, int component, const Matrix<3>& F) const;
-  /// Elastic and viscous matrix of an element's composite in global axes.
+  /// Elastic matrix of an element's composite in global axes.
   [[nodiscard]] const Matrix<N>& elasticMatrix(int e) const { return inGlobal(e).elastic; }
-  [[nodiscard]] const Matrix<N>& viscousMatrix(int e) const { return inGlobal(e).viscous; }
 
   /// Density of composite c (number from 1), mass / length^3.
   [[nodiscard]] double DENSV(int c) const { return DENSV_[static_cast<std::size_t>(c - 1)]; }
@@ -85,7 +84,6 @@ class ConstitutiveBlock {
     int composite = 0;  ///< from 0
     Rotation<N> axes;   ///< element axes
     Matrix<N> elastic;
-    Matrix<N> viscous;
   };
 
   void placeElements(const Model& model);
