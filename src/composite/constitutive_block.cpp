@@ -243,9 +243,11 @@ MixedPoint<N> ConstitutiveBlock<N>::mixLayers(Model& model, const PointUpdate<N>
   if (withGradient) global.F = update.F;
   const ComponentStrain<N> strain = turned(global, inGlobal(update.e).axes, withGradient);
   MixedPoint<N> mixed;
+  int number = 0;
   for (const LayerPlan<N>& layer : planFor(update.e).layers) {
-    const LayerInput<N> input{pass_,        geometry,   model.points, update.e,
-                              update.point, materials_, elastic_,     turned(strain, layer.LAYAEULER, withGradient)};
+    const LayerInput<N> input{pass_,      geometry,     model.points,
+                              update.e,   update.point, number++,
+                              materials_, elastic_,     turned(strain, layer.LAYAEULER, withGradient)};
     MixedPoint<N> part = mixLayer(layer, input);
     if (!part.elasticMatrix) ROTM(part.tangent, layer.LAYAEULER, Direction::toGlobal);
     mixed.addTangent(layer.VOLFLAY, part.elasticMatrix ? layer.elastic : part.tangent);

@@ -62,7 +62,7 @@ template <int N>
 ComponentResult<N> updateComponent(const ComponentPlan<N>& component, const LayerInput<N>& input,
                                    const ComponentStrain<N>& strain) {
   const Material& material = input.materials[static_cast<std::size_t>(component.material - 1)];
-  const PointPlace place{input.e + 1, input.point + 1, component.record};
+  const PointPlace place{input.e + 1, input.point + 1, input.layer + 1, component.record};
   return MODUCO<N>(input.pass, input.geometry, place, {material, input.elasticOf(component), component.law}, strain,
                    input.recordsOf(component));
 }

@@ -38,6 +38,7 @@ struct LayerInput {
   PointStore& points;
   int e = 0;      ///< element, from 0
   int point = 0;  ///< point of the point store, from 0
+  int layer = 0;  ///< layer of the composite, from 0
   std::span<const Material> materials;
   std::span<const ElasticMaterial<N>> elastic;  ///< by material from 0
   ComponentStrain<N> strain;                    ///< of the layer, in its axes

@@ -26,6 +26,8 @@ struct PassContext {
   int IITER = 0;       ///< iteration, from 1
   double TCYCL = 0.0;  ///< not 0: fatigue is on
   double NCYCL = 0.0;  ///< number of cycles
+  int KFATI = 0;       ///< 1: the fatigue life follows from the stress of the point alone, else from the stress ratio
+  double FATIM = 0.0;  ///< stress ratio of the cycles; 9999 or -9999: from the point's own history
 
   [[nodiscard]] bool wantsTangent() const { return KALGO > 1; }
   /// Whether the law of an element of this type runs in the current configuration.
@@ -45,6 +47,7 @@ struct PointGeometry {
 struct PointPlace {
   int element = 0;
   int point = 0;
+  int layer = 0;
   int component = 0;
 };
 

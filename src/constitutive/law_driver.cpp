@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "constitutive/elastic_tangent.h"
+#include "constitutive/law_failure.h"
 #include "foundation/single_precision.h"
 
 namespace zema {
@@ -90,10 +91,14 @@ void MODULP(const MaterialPoint<N>& at, LawFunction<N> law, const CommittedPoint
   LawResult<N> answer;
   answer.SGTOT = input.SIGMA;
   result.state = start.state;
-  if (at.material.NCRIP == Criterion::damageSimoJu) {
-    runOnShearAlone(law, input, result.state, answer);
-  } else {
-    law(input, result.state, answer);
+  try {
+    if (at.material.NCRIP == Criterion::damageSimoJu) {
+      runOnShearAlone(law, input, result.state, answer);
+    } else {
+      law(input, result.state, answer);
+    }
+  } catch (const ConstitutiveStop& stop) {
+    throw located(stop, at, strains.total, start.state);
   }
 
   result.STRSG = toRealSpace(at, answer.SGTOT);

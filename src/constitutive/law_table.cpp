@@ -50,6 +50,10 @@ LawFunction<N> lawOf(const Material& material, int m) {
                    std::to_string(laws<N>.size() - 1));
 }
 
+std::string_view lawLabel(Law law) {
+  return laws<6>[static_cast<std::size_t>(law)].label;
+}
+
 template LawFunction<4> lawOf<4>(const Material&, int);
 template LawFunction<6> lawOf<6>(const Material&, int);
 

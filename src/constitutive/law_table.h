@@ -14,6 +14,9 @@ struct LawRow {
   LawFunction<N> update = nullptr;  ///< null: not in this build
 };
 
+/// The label of a law in the deck's echo.
+[[nodiscard]] std::string_view lawLabel(Law law);
+
 /// The law of material m (number from 1). Throws InputFault when this build does not have it.
 template <int N>
 [[nodiscard]] LawFunction<N> lawOf(const Material& material, int m);

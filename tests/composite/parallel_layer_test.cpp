@@ -28,7 +28,7 @@ TEST(ParallelLayer, MixesStressStateTangentAndEnergy) {
   const Stress<6> inelastic = alone.update(someStrain).stress;
 
   const MixedPoint<6> mixed =
-      P_MNGER(layer, LayerInput<6>{pass, geometry, points, 0, 0, materials, elastic, {someStrain, someStrain, {}}});
+      P_MNGER(layer, LayerInput<6>{pass, geometry, points, 0, 0, 0, materials, elastic, {someStrain, someStrain, {}}});
 
   const Stress<6> expected = 0.4 * CALTEN(elastic[0].D, someStrain) + 0.6 * inelastic;
   for (int i = 0; i < 6; ++i) EXPECT_NEAR(mixed.stress[i], expected[i], 1.0e-14);

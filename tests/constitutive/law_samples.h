@@ -53,7 +53,7 @@ struct SamplePoint {
     const double none = std::numeric_limits<double>::quiet_NaN();
     trial.assign(trial.size(), none);
     trialInternal.assign(trialInternal.size(), none);
-    return MODUCO<N>(pass, geometry, {1, 1, 1}, {material, elastic, law}, strain,
+    return MODUCO<N>(pass, geometry, {1, 1, 1, 1}, {material, elastic, law}, strain,
                      {committed, committedInternal, trial, trialInternal});
   }
   ComponentResult<N> update(const Strain<N>& total, const Matrix<3>& F = Matrix<3>::identity()) {
