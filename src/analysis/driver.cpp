@@ -11,6 +11,7 @@
 #include "analysis/field_swap.h"
 #include "analysis/increment.h"
 #include "analysis/residual.h"
+#include "analysis/solving.h"
 #include "analysis/update.h"
 #include "input/fixity_cards.h"
 #include "input/load_cards.h"
@@ -53,19 +54,9 @@ void refuseWhatIsNotBuilt(const Job& job) {
   if (job.CTEXT.CSTART == "START2" && job.CTEXT.CPROB != "ACOP3D") {
     refuse("a restart (start word \"START2\")");
   }
-  if (control.NSOLV == static_cast<int>(SolverCode::frontal) || control.NSOLV == static_cast<int>(SolverCode::gmres) ||
-      control.NSOLV == static_cast<int>(SolverCode::sparse)) {
-    refuse("the equation solver NSOLV = " + std::to_string(control.NSOLV));
-  }
   if (control.KRENU == 1) {
     refuse("node renumbering (KRENU = 1)");
   }
-}
-
-std::unique_ptr<Solver> makeSolver(const ControlRecord& control) {
-  const auto code = static_cast<SolverCode>(control.NSOLV);
-  const bool band = code == SolverCode::bandLU || code == SolverCode::bandCholesky || code == SolverCode::bandLDL;
-  return band ? makeBandSolver(code) : nullptr;
 }
 
 /// The frequency card: four values that are only handed on to the frequency records.
@@ -109,6 +100,7 @@ class Driver {
     model_.mesh.MDOFN = profile.MDOFN;
     model_.mesh.dimensions = profile.dimensions;
     refuseWhatIsNotBuilt(job_);
+    analysis_.solver = makeSolver(job_);
     MAKINA(job_, ClockTask::timeLine);
     model_.loop.INCRE = job_.IRUN.IINCS;
     model_.loop.ILOAD = job_.IRUN.ILOAS;
@@ -130,7 +122,6 @@ class Driver {
       analysis_.kernel.prepare(model_);
     });
     timed(job_, job_.times.output, [&] { GEOPOST(job_, model_, analysis_.kernel); });
-    analysis_.solver = makeSolver(model_.control);
     if (!analysis_.solver) {
       notify(job_, "NSOLV = " + std::to_string(model_.control.NSOLV) + " names no solver: nothing will be solved");
     }
@@ -267,7 +258,7 @@ class Driver {
     return Next::goOn;
   }
 
-  /// `SOLVER`: the correction for the out-of-balance forces.
+  /// The correction for the out-of-balance forces.
   void solve() {
     if (!analysis_.solver) {
       return;
@@ -276,15 +267,7 @@ class Driver {
     if (newMatrix && model_.loop.INCRE == 1 && model_.loop.IITER == 1) {
       measureVolumes();
     }
-    SolverTimes before = solverTimes_;
-    analysis_.solver->solve(analysis_.elements, analysis_.equations, RightHandSide::outOfBalance, newMatrix,
-                            job_.workers, solverTimes_);
-    PhaseTimes& times = job_.times;
-    times.stiffness += solverTimes_.stiffness - before.stiffness;
-    times.assembly += solverTimes_.assembly - before.assembly;
-    times.decomposition += solverTimes_.decomposition - before.decomposition;
-    times.lower += solverTimes_.lower - before.lower;
-    times.upper += solverTimes_.upper - before.upper;
+    SOLVER(analysis_, RightHandSide::outOfBalance, newMatrix);
   }
 
   /// TVOLU of every element, found in the first stiffness pass of a load step.
@@ -328,7 +311,6 @@ class Driver {
   Model model_;
   Analysis analysis_;
   FrequencyCard frequencyCard_;
-  SolverTimes solverTimes_;
 };
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <cassert>
 
 #include "foundation/errors.h"
+#include "solver/phase_timer.h"
 
 namespace zema {
 namespace {
@@ -18,18 +19,34 @@ void checkSizes(const EquationSystem& system) {
 
 }  // namespace
 
-void Solver::solve(ElementSource& source, EquationSystem& system, RightHandSide side, bool newMatrix, WorkerPool& pool,
-                   SolverTimes& times) {
+SolveReport Solver::solve(ElementSource& source, EquationSystem& system, RightHandSide side, bool newMatrix,
+                          WorkerPool& pool, SolverTimes& times) {
   checkSizes(system);
+  SolveReport report;
   std::ranges::fill(system.result(side), 0.0);
-  if (system.NEQNS == 0)
+  if (system.NEQNS == 0) {
     spread(system, side);
-  else
-    solveFree({source, system, side, newMatrix, pool, times});
+    return report;
+  }
+  const bool keeps = check_ == ResidualCheck::byDoor && newMatrix;
+  if (keeps) kept_.fit(source);
+  KeepingSource keeping(source, keeps ? &kept_ : nullptr);
+  solveFree({keeping, system, side, newMatrix, pool, times, report});
+  if (check_ == ResidualCheck::byDoor) {
+    const PhaseTimer timer(times.check);
+    report.residual.reset();
+    if (!kept_.values().empty()) report.residual = relativeResidual(source, kept_, system, side, newMatrix, pool);
+  }
+  return report;
 }
 
 void Solver::restoreFactors(const EquationSystem& /*system*/, std::span<const double> values) {
   if (!values.empty()) throw InputFault("the restart data hold factors, but the chosen solver keeps none");
+}
+
+void Solver::restoreMatrices(const ElementSource& source, std::span<const double> values) {
+  kept_ = {};
+  if (!values.empty()) kept_.restore(source, values);
 }
 
 void Solver::spread(EquationSystem& system, RightHandSide side) {
