@@ -172,7 +172,7 @@ TEST(WrongModel, WhatThisBuildCannotDoIsSaid) {
     const auto [outcome, listing] = runChanged([&](SolidDeck& deck) { deck.NSOLV = NSOLV; });
     EXPECT_EQ(outcome.status, inputFault) << NSOLV;
   }
-  const auto [law, listing] = runChanged([](SolidDeck& deck) { deck.materials[0].law = 8; });
+  const auto [law, listing] = runChanged([](SolidDeck& deck) { deck.materials[0].codes[2] = 16; });
   EXPECT_EQ(law.status, inputFault);
   EXPECT_NE(law.console.find("not in this build yet"), std::string::npos);
   std::string study = pulledCube().text();

@@ -21,8 +21,8 @@ void writeHead(std::ostream& out, const SolidDeck& deck) {
 void writeElements(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
   for (const ElementCard& element : deck.elements) {
-    out << ++number << ' ' << element.composite << " 0 1.0 6 " << element.step << ' ' << element.nodes.size() << ' '
-        << (element.nodes.size() == 4 ? 1 : 2) << ' ' << element.NINTE;
+    out << ++number << ' ' << element.composite << " 0 " << element.FRACL << " 6 " << element.step << ' '
+        << element.nodes.size() << ' ' << (element.nodes.size() == 4 ? 1 : 2) << ' ' << element.NINTE;
     for (const int node : element.nodes) out << ' ' << node;
     for (const double angle : element.angles) out << ' ' << angle;
     out << '\n';
@@ -55,20 +55,41 @@ void writeCurve(std::ostream& out, const std::vector<std::array<double, 2>>& cur
   for (const auto& [temperature, value] : curve) out << temperature << ' ' << value << '\n';
 }
 
+/// The slots of a material as its records give them.
+std::map<int, double> slotsOf(const MaterialCards& m) {
+  std::map<int, double> slots = m.slots;
+  slots.insert({{1, m.E[0]}, {2, m.xy}, {4, m.density}, {20, 1}, {26, 1}, {36, m.yx}, {37, m.E[1]}, {38, m.xz}});
+  slots.insert({{39, m.zx}, {40, m.E[2]}, {41, m.yz}, {42, m.zy}, {43, m.G[0]}, {68, m.G[1]}, {69, m.G[2]}});
+  slots.insert({{44, m.angles[1]}, {72, m.angles[0]}, {73, m.angles[2]}, {64, m.referenceTemperature}});
+  constexpr int map[6] = {45, 46, 47, 48, 70, 71};
+  for (std::size_t i = 0; i < 6; ++i) slots.insert({map[i], m.stressMap[i]});
+  return slots;
+}
+
+/// Records 4 to 9: runs of slots, first and last.
+const std::vector<std::vector<std::array<int, 2>>> slotRecords{{{1, 29}},
+                                                               {{30, 31}, {51, 54}, {93, 100}},
+                                                               {{32, 34}, {36, 43}, {68, 69}},
+                                                               {{44, 44}, {72, 79}, {45, 48}, {70, 71}},
+                                                               {{49, 50}},
+                                                               {{55, 64}}};
+
 void writeMaterials(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
   for (const MaterialCards& m : deck.materials) {
-    out << "material\n"
-        << ++number << "\n2 2 " << m.law << " 2 1 1\n"
-        << m.E[0] << ' ' << m.xy << " 0 " << m.density << " 15*0 1 5*0 1 3*0\n14*0\n"
-        << "3*0 " << m.yx << ' ' << m.E[1] << ' ' << m.xz << ' ' << m.zx << ' ' << m.E[2] << ' ' << m.yz << ' ' << m.zy
-        << ' ' << m.G[0] << ' ' << m.G[1] << ' ' << m.G[2] << '\n'
-        << m.angles[1] << ' ' << m.angles[0] << ' ' << m.angles[2] << " 6*0";
-    for (const double value : m.stressMap) out << ' ' << value;
-    out << "\n2*0\n9*0 " << m.referenceTemperature << '\n';
+    out << "material\n" << ++number << '\n';
+    for (const int code : m.codes) out << code << ' ';
+    std::map<int, double> slots = slotsOf(m);
+    for (const auto& record : slotRecords) {
+      out << '\n';
+      for (const auto& [first, last] : record)
+        for (int slot = first; slot <= last; ++slot) out << slots[slot] << ' ';
+    }
+    out << '\n';
     writeCurve(out, m.youngCurve);
     writeCurve(out, m.poissonCurve);
-    out << "0\n";
+    writeCurve(out, m.yieldCurve);
+    for (const auto& [strain, stress] : m.stressStrain) out << strain << ' ' << stress << '\n';
   }
   out << "end of materials\n";
 }

@@ -10,7 +10,7 @@ namespace zema::test {
 
 using Vector3 = std::array<double, 3>;
 
-/// An orthotropic elastic material; isotropic unless its members are changed.
+/// A material: orthotropic elastic members, and for an inelastic one its codes and slots.
 struct MaterialCards {
   static MaterialCards isotropic(double E, double nu, double density = 0.0);
 
@@ -23,7 +23,10 @@ struct MaterialCards {
   std::vector<std::array<double, 2>> youngCurve;
   std::vector<std::array<double, 2>> poissonCurve;
   std::array<double, 6> stressMap{1, 1, 1, 1, 1, 1};  ///< xx yy xy zz xz yz
-  int law = 0;                                        ///< integration code
+  std::array<int, 6> codes{2, 2, 0, 2, 1, 1};         ///< criterion, potential, law, flow, hardening, tangent
+  std::map<int, double> slots;                        ///< further slots by number; they win over the members
+  std::vector<std::array<double, 2>> yieldCurve;
+  std::vector<std::array<double, 2>> stressStrain;  ///< points of hardening curve 5
 };
 
 struct LayerCards {
@@ -38,6 +41,7 @@ struct ElementCard {
   int step = 1;
   Vector3 angles{};
   int NINTE = 1;
+  double FRACL = 1.0;
 };
 
 struct FixityCard {
