@@ -1,10 +1,12 @@
 // Small laws with known answers, and a point to run them at.
 #pragma once
 
+#include <algorithm>
 #include <limits>
 #include <vector>
 
 #include "constitutive/elastic_moduli.h"
+#include "constitutive/initial_state.h"
 #include "constitutive/material_point.h"
 
 namespace zema {
@@ -45,7 +47,7 @@ struct SamplePoint {
     geometry.dV = 0.125;
     geometry.NTYPE = N == 6 ? 6 : 4;
     pass.KALGO = 2;
-    committedInternal[internal::elasticFlag] = 1.0;
+    std::ranges::copy(initialInternalVariables(material), committedInternal.begin());
   }
 
   /// Updates from a total strain; the trial records hold no number before.
