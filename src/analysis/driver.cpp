@@ -144,6 +144,9 @@ class Driver {
       LOADPS(job_, model_, analysis_.kernel);
       INPU3(job_, model_, analysis_.kernel);
     });
+    if (model_.loadStep.dynamic()) {
+      throw InputFault(job_.CFILE[1] + ": dynamic load steps are not in this build yet");
+    }
     if (model_.loop.ILOAD == 1 && job_.channels.isOpen(channel::frequencies)) {
       job_.channels[channel::frequencies].line(
           FreeLine(frequencyCard_.first, frequencyCard_.second, frequencyCard_.third, frequencyCard_.fourth));

@@ -17,7 +17,7 @@ void advanceTime(Model& model) {
   LoadStep& step = model.loadStep;
   const double DTIME = model.increment.DTIME;
   model.loop.TTIME += DTIME;
-  if (step.TCYCL != 0.0) {
+  if (step.TCYCL != 0.0 && DTIME != 0.0) {
     step.NCYCL += step.TEXPO / model.loop.TTIME * DTIME * std::pow(model.loop.TTIME / step.TCYCL, step.TEXPO);
   }
 }
@@ -59,6 +59,10 @@ bool INCREM(Analysis& analysis) {
     return false;
   }
   advanceTime(model);
+  if (model.loadStep.dynamic()) {
+    model.increment.KARCL = 0;
+    model.increment.DFACT = model.working.FACTD[static_cast<std::size_t>(model.loop.INCRE - 1)];
+  }
   model.working.FACTO += model.increment.DFACT;
   echoIncrement(analysis.job, model);
   addLoads(model);

@@ -139,10 +139,12 @@ void ConstitutiveBlock<N>::IMPORTINFON1(const Model& model) {
            .KALGO = model.increment.KALGO,
            .TOLER = model.increment.TOLER,
            .DTIME = model.increment.DTIME,
-           .dynamic = model.loadStep.IDINA != 0,
+           .dynamic = model.loadStep.dynamic(),
            .ILOAD = model.loop.ILOAD,
            .INCRE = model.loop.INCRE,
            .IITER = model.loop.IITER,
+           .KFATI = model.loadStep.KFATI,
+           .FATIM = model.loadStep.FATIM,
            .TCYCL = model.loadStep.TCYCL,
            .NCYCL = model.loadStep.NCYCL};
   for (std::size_t m = 0; m < materials_.size(); ++m) {

@@ -66,6 +66,9 @@ void writeHead(Channel& channel, const Model& model) {
 
 bool readIncrementCard(Job& job, Model& model, const Kernel& kernel) {
   IncrementCard& card = model.increment;
+  if (model.loadStep.dynamic() && model.loop.INCRE > 1) {
+    return true;
+  }
   if (card.NREPE == 0) {
     CardReader& cards = job.cards();
     try {

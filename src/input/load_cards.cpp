@@ -5,6 +5,7 @@
 
 #include "foundation/dotted_label.h"
 #include "input/count_field.h"
+#include "input/dynamic_cards.h"
 #include "input/element_sizes.h"
 #include "input/face_loads.h"
 #include "input/gravity_cards.h"
@@ -45,22 +46,18 @@ void readActiveSteps(CardReader& cards, Model& model) {
 
 void readStepCard(CardReader& cards, Model& model) {
   LoadStep& step = model.loadStep;
-  step.IDINA = 0;
   cards.begin("load step");
   cards.read("KLOAD", step.KLOAD);
   step.NINCR = readCount(cards, "NINCR");
   cards.read("IPLOD", step.IPLOD);
   cards.read("IGRAV", step.IGRAV);
   cards.read("IEDGE", step.IEDGE);
-  cards.read("IDINA", step.IDINA);
+  step.IDINA = cards.integer("IDINA", 0, 1);
   cards.read("KNEWM", step.KNEWM);
   for (int unused = 8; unused <= 10; ++unused) {
     static_cast<void>(cards.real("value " + std::to_string(unused)));
   }
   cards.read("TEMPL", step.TEMPL);
-  if (step.IDINA != 0) {
-    cards.fault("IDINA", step.IDINA, "0: dynamic load steps are not in this build yet");
-  }
   model.loop.NINCS = step.NINCR;
 }
 
@@ -74,7 +71,7 @@ void echoStepCard(Channel& listing, const LoadStep& step) {
   answer("POINTS LOADS", step.IPLOD);
   answer("GRAVITY LOADS", step.IGRAV);
   answer("FACE LOAD", step.IEDGE);
-  listing.write(textLine, dottedLabel("TYPE OF LOAD"), step.IDINA == 0 ? "STATIC    " : "DYNAMIC   ");
+  listing.write(textLine, dottedLabel("TYPE OF LOAD"), step.dynamic() ? "DYNAMIC   " : "STATIC    ");
 }
 
 void clearLoads(Model& model) {
@@ -123,7 +120,9 @@ void LOADPS(Job& job, Model& model, const Kernel& kernel) {
     readFaceLoads(job, model, kernel);
   }
   static_cast<void>(job.cards().line("end of loads", textColumns));
-  model.FLEC.clear();
+  if (model.loadStep.dynamic()) {
+    readDynamicData(job, model);
+  }
   writeElementLoads(job.listing(), model, kernel);
 }
 

@@ -37,7 +37,8 @@ struct Job {
   ControlRecord KCONT;  ///< sizes and switches from the head of the deck
   FileTable CFILE;      ///< names of the job's files
   Channels channels;
-  std::optional<CardReader> deck;  ///< channel 1, the data deck
+  std::optional<CardReader> deck;           ///< channel 1, the data deck
+  std::optional<CardReader> dynamicData{};  ///< channel 16, opened at the first dynamic load step
   Clock clock;
   Console console;
   ProgressLine progress;

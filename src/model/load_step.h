@@ -7,7 +7,8 @@
 
 namespace zema {
 
-/// The head of a load step, read from its cards.
+/// The head of a load step, read from its cards; the values of fatigue stay in force from the dynamic load step that
+/// gave them on.
 struct LoadStep {
   std::string title;
   std::vector<int> ACTIV;  ///< by construction step from 0: 1 when active in this load step
@@ -16,12 +17,18 @@ struct LoadStep {
   int IPLOD = 0;           ///< not 0: point loads
   int IGRAV = 0;           ///< not 0: gravity
   int IEDGE = 0;           ///< not 0: loaded faces
-  int IDINA = 0;           ///< 0 static, not 0 dynamic
-  int KNEWM = 0;           ///< form of the time integration
+  int IDINA = 0;           ///< 0 static, 1 dynamic
+  int KNEWM = 0;           ///< form of the time integration: 1 second order, Newmark; other: first order
   double TEMPL = 0.0;      ///< temperature of the load step
-  double TCYCL = 0.0;      ///< reference time of cyclic loading; 0: no time-dependent data
-  double NCYCL = 0.0;      ///< aged count of cycles; stays 0 without time-dependent data
-  double TEXPO = 0.0;      ///< exponent of the ageing of the cycle count
+  int KFATI = 0;       ///< fatigue: 1 life from the stress of the point alone; other: by the stress ratio of the cycle
+  double TCYCL = 0.0;  ///< time scale of the cycle count; 0: neither fatigue nor time-dependent data
+  double NCYCL = 0.0;  ///< number of cycles so far
+  double FATIM = 0.0;  ///< stress ratio of the cycles; 9999 or -9999: from the history of the point
+  double TEXPO = 0.0;  ///< exponent of the cycle count
+
+  [[nodiscard]] bool dynamic() const { return IDINA == 1; }
+  /// Whether velocities and accelerations follow from Newmark's method.
+  [[nodiscard]] bool secondOrder() const { return KNEWM == 1; }
 };
 
 /// The increment card; one card stands for NREPE equal increments.

@@ -7,6 +7,7 @@
 #include "job/run_records.h"
 #include "model/composites.h"
 #include "model/curves.h"
+#include "model/dynamic_data.h"
 #include "model/load_step.h"
 #include "model/materials.h"
 #include "model/mesh.h"
@@ -55,6 +56,7 @@ struct Model {
   LoopState loop;
   IncrementCard increment;
   LoadStep loadStep;
+  DynamicData dynamics;
   Fixities fixities;
   FieldState working;     ///< what the increment in hand works on
   FieldState mechanical;  ///< the copy kept for the mechanical field
@@ -66,7 +68,6 @@ struct Model {
   PointStore points;
   Displacements displacements;
   std::vector<Curve> curves;
-  std::vector<double> FLEC;  ///< third column of the load table by increment from 0; empty or 0: no post output
   Monitors monitors;
 
   [[nodiscard]] bool active(const ElementData& element) const {

@@ -130,7 +130,7 @@ void OUTPUT(Job& job, const Model& model, const Kernel& kernel, OutputMoment mom
 
   ListingWriter writer(out, model, kernel, slot);
   if (level >= 1) writer.displacements();
-  if (level >= 1 && model.loadStep.IDINA != 0) writer.velocities();
+  if (level >= 1 && model.loadStep.dynamic()) writer.velocities();
   if (level >= 2) writer.reactions();
   if (level >= 3)
     for (const PointTable& table : profile.pointTables) writer.pointTable(table);

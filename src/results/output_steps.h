@@ -8,7 +8,8 @@ namespace zema {
 /// Whether the third column of the load table (`FLEC`) asks for results at the current increment.
 [[nodiscard]] inline bool loadTableAsksForResults(const Model& model) {
   const std::size_t row = static_cast<std::size_t>(model.loop.INCRE - 1);
-  return row < model.FLEC.size() && model.FLEC[row] != 0.0;
+  const std::vector<double>& selection = model.dynamics.FLEC[2];
+  return row < selection.size() && selection[row] != 0.0;
 }
 
 /// Whether the load step has time-dependent data: a reference time of cyclic loading was given.

@@ -155,7 +155,7 @@ void BlockWriter::pointRows(const BlockForm& form, const ElementKind& kind, int 
 }  // namespace
 
 void POSPRO(Job& job, const Model& model, const Kernel& kernel) {
-  if (!loadTableAsksForResults(model) && (timeDependent(model) || model.loadStep.IDINA != 0)) return;
+  if (!loadTableAsksForResults(model) && (timeDependent(model) || model.loadStep.dynamic())) return;
   const PostProfile& post = kernel.results().post;
   const IncrementCard& card = model.increment;
   Channel& out = job.channels[channel::postResults];

@@ -10,7 +10,6 @@ using LoadCardsTest = SectionTest<LOADPS>;
 
 TEST_F(LoadCardsTest, SetsTheStepAndClearsTheLoadsOfTheStepBefore) {
   model.vectors.RLOAD(0, 1)[5] = 3.0;
-  model.FLEC = {1.0};
   job.IRUN.IINCS = 7;
 
   read("a step, with blanks \n3 2 0 2\n1 20 0 0 0 0 2 8*1.5\n end\nnext\n");
@@ -22,7 +21,6 @@ TEST_F(LoadCardsTest, SetsTheStepAndClearsTheLoadsOfTheStepBefore) {
   EXPECT_EQ(model.loadStep.KNEWM, 2);
   EXPECT_EQ(model.loadStep.TEMPL, 1.5);
   EXPECT_EQ(job.IRUN.IINCS, 1);
-  EXPECT_TRUE(model.FLEC.empty());
   EXPECT_THAT(model.vectors.RLOAD(0, 1), testing::Each(0.0));
   EXPECT_EQ(job.cards().line("next", 10), "next");
 }

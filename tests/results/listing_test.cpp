@@ -72,7 +72,7 @@ TEST_F(ListingTest, HighestLevelOfADynamicStepAtFiniteStrainWritesEverything) {
 }
 
 TEST_F(ListingTest, LevelIterationAndLoadTableChooseTheTables) {
-  model.FLEC = {0.0, 1.0};
+  model.dynamics.FLEC[2] = {0.0, 1.0};
   struct Row {
     int first, other, IITER, KCONV, TCYCL, INCRE;
     std::size_t lines;  ///< titles and headings of tables

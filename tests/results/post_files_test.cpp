@@ -159,7 +159,7 @@ TEST_F(PostFilesTest, MaterialAxesTurnTheWholeButNotTheSimpleMaterialsOfTheLayer
 
 TEST_F(PostFilesTest, LoadTableSkipsIncrementsOfDynamicAndTimeDependentRuns) {
   model.increment.IPOST3D = {1, 0, 0, 0};
-  model.FLEC = {0.0, 1.0};
+  model.dynamics.FLEC[2] = {0.0, 1.0};
   const std::vector<std::tuple<int, double, int, bool>> rows = {
       {0, 0.0, 1, true}, {1, 0.0, 1, false}, {1, 0.0, 2, true}, {0, 5.0, 1, false}, {0, 5.0, 3, false}};
   for (const auto& [IDINA, TCYCL, INCRE, writes] : rows) {

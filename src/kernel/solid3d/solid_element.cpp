@@ -186,7 +186,7 @@ template <int NNODE>
 EnergySums RESIDU(const SolidElement<NNODE>& element, double thickness, Model& model) {
   const StrainMeasure measure = measureOf(model);
   const bool active = model.active(element.data());
-  const bool dynamic = model.loadStep.IDINA != 0;
+  const bool dynamic = model.loadStep.dynamic();
   const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
   const NodalVectors<NNODE> ELDIS = displacementsOrPositions(element, ELCOD);
   const NodalVectors<NNODE> velocities = dynamic ? nodalValues(element, 1) : NodalVectors<NNODE>{};
