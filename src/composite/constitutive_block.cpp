@@ -143,10 +143,10 @@ void ConstitutiveBlock<N>::IMPORTINFON1(const Model& model) {
            .ILOAD = model.loop.ILOAD,
            .INCRE = model.loop.INCRE,
            .IITER = model.loop.IITER,
-           .KFATI = model.loadStep.KFATI,
-           .FATIM = model.loadStep.FATIM,
            .TCYCL = model.loadStep.TCYCL,
-           .NCYCL = model.loadStep.NCYCL};
+           .NCYCL = model.loadStep.NCYCL,
+           .KFATI = model.loadStep.KFATI,
+           .FATIM = model.loadStep.FATIM};
   for (std::size_t m = 0; m < materials_.size(); ++m) {
     materials_[m].PROPS = model.materials.all[m].PROPS;  // always from the values as read: scaling must not compound
     scaleYieldValues(materials_[m], model.loadStep.TEMPL);

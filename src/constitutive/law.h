@@ -24,8 +24,6 @@ struct PassContext {
   int ILOAD = 0;       ///< load step, from 1
   int INCRE = 0;       ///< increment, from 1
   int IITER = 0;       ///< iteration, from 1
-  int KFATI = 0;       ///< fatigue: 1 life from the stress alone; other: by the stress ratio of the cycle
-  double FATIM = 0.0;  ///< stress ratio of the cycles; 9999 or -9999: from the history of the point
   double TCYCL = 0.0;  ///< not 0: fatigue is on
   double NCYCL = 0.0;  ///< number of cycles
   int KFATI = 0;       ///< 1: the fatigue life follows from the stress of the point alone, else from the stress ratio
