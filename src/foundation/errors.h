@@ -11,15 +11,19 @@ namespace zema {
 /// Before a kernel is chosen the report is short; afterwards it carries the summary of times.
 class RunEnd : public std::runtime_error {
  public:
-  /// CPARA: the "stopped in" line, cut to 64 characters; A, B: two numbers shown for the reader of the listing.
-  RunEnd(const std::string& CPARA, double A, double B) : std::runtime_error(CPARA.substr(0, 64)), A_(A), B_(B) {}
+  /// CPARA: the "stopped in" line, cut to 64 characters; A, B: two numbers shown for the reader of the listing;
+  /// explanation: what the console says beyond that, may be empty.
+  RunEnd(const std::string& CPARA, double A, double B, std::string explanation = {})
+      : std::runtime_error(CPARA.substr(0, 64)), A_(A), B_(B), explanation_(std::move(explanation)) {}
 
   [[nodiscard]] double A() const { return A_; }
   [[nodiscard]] double B() const { return B_; }
+  [[nodiscard]] const std::string& explanation() const { return explanation_; }
 
  private:
   double A_;
   double B_;
+  std::string explanation_;
 };
 
 /// A stop from inside the constitutive block: reported by `ENDSERROR` in the file "ErrMsg.dat" alone, exit status 1.

@@ -37,7 +37,8 @@ void RUNEND(Job& job, RunStage stage, const RunEnd& stop) {
   if (stage == RunStage::inKernel) {
     SUMMAR(job);
   }
-  job.console.warn("the run was stopped, see the end of " + listing.path() + ":" + stop.what());
+  job.console.warn("the run was stopped, see the end of " + listing.path() + ":" + stop.what() +
+                   (stop.explanation().empty() ? "" : "\n" + stop.explanation()));
   job.channels.closeAll();
 }
 

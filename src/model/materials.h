@@ -44,6 +44,8 @@ inline constexpr int kinematicSlope =
     32;  ///< hardening slope of the kinematic law; fibre radius of a short-fibre layer
 inline constexpr int initialHardening =
     33;  ///< first value of the hardening parameter; fibre length of a short-fibre layer
+inline constexpr int fibreRadius = kinematicSlope;
+inline constexpr int fibreLength = initialHardening;
 inline constexpr int kinematicExponent = 34;  ///< parameter m of the kinematic law
 inline constexpr int poissonYX = 36;
 inline constexpr int youngY = 37;
