@@ -1,6 +1,8 @@
 // Yield functions and potentials: invariants, value, normal, second derivatives. All in the space of the laws.
 #pragma once
 
+#include <cmath>
+
 #include "database/point_store.h"
 #include "model/materials.h"
 #include "tensor/voigt.h"
@@ -25,13 +27,18 @@ struct CriterionData {
 /// Invariants of a stress less a back stress.
 template <int N>
 struct StressInvariants {
-  double p = 0.0;       ///< mean stress
-  double J2 = 0.0;      ///< second invariant of the deviator, stress^2
-  double J3 = 0.0;      ///< third invariant, stress^3
-  double rootJ2 = 0.0;  ///< sqrt(J2)
-  double theta =
-      0.0;      ///< Lode angle, -pi/6 to pi/6: sin 3 theta = -3 sqrt(3) J3 / (2 J2^(3/2)), beyond +-0.95 snapped to +-1
-  Stress<N> s;  ///< deviator less the back stress
+  double p = 0.0;          ///< mean stress
+  double J2 = 0.0;         ///< second invariant of the deviator, stress^2
+  double J3 = 0.0;         ///< third invariant, stress^3
+  double rootJ2 = 0.0;     ///< sqrt(J2)
+  double sin3theta = 1.0;  ///< -3 sqrt(3) J3 / (2 J2^(3/2)); beyond +-0.95 snapped to +-1; 1 when J2 is 0
+  Stress<N> s;             ///< deviator less the back stress
+
+  [[nodiscard]] bool atCorner() const { return std::abs(sin3theta) == 1.0; }
+  /// Lode angle, -pi/6 (one stress above two equal ones) to pi/6 (one below two equal ones).
+  [[nodiscard]] double theta() const { return std::asin(sin3theta) / 3.0; }
+  /// Largest principal stress, with the snapped angle; exactly 0 when it is within 1e-8 sqrt(J2) of 0.
+  [[nodiscard]] double SGMAX() const;
 };
 
 /// backStress: centre of the surface in deviatoric stress, taken off the deviator; none: 0.
@@ -42,7 +49,6 @@ template <int N>
 struct YieldValue {
   double F = 0.0;       ///< equivalent stress
   double dFdphi = 0.0;  ///< its derivative by the friction angle
-  double SGMAX = 0.0;   ///< largest principal stress, fifth criterion only
 };
 
 /// `PLINVA`: F of criteria 1 to 5, scaled so that the uniaxial yield stress in compression is its value at yield; 0 for
@@ -54,7 +60,7 @@ template <int N>
 /// alone when J2 is 0. Criterion 6 gives a unit vector on the larger of places xx and yy, criterion 7 the normal of
 /// criterion 2, criterion 8 the zero vector.
 template <int N>
-bool PLYIEL(const Stress<N>& SIGMA, const StressInvariants<N>& invariants, const CriterionData& criterion, double SGMAX,
+bool PLYIEL(const Stress<N>& SIGMA, const StressInvariants<N>& invariants, const CriterionData& criterion,
             Strain<N>& normal);
 
 /// `PLY2DERI`: second derivatives of the von Mises form at a stress with equivalent stress F and normal a.
