@@ -19,9 +19,9 @@ double characteristicLength(const PointGeometry& geometry, LengthRule rule, bool
 void checkLength(double l, double limit, std::string_view words) {
   if (limit > l) return;
   throw ConstitutiveStop(std::string(words), l, limit,
-                         "The first number is the characteristic length of the element, the second the limit 2 E G / "
-                         "f^2 of the material:\n"
-                         "  use smaller elements, a larger fracture energy or a lower strength.");
+                         "The first number is the characteristic length of the element, the second the greatest "
+                         "that the fracture\n  energy of the material allows (2 E G / f^2): use smaller elements, a "
+                         "larger fracture energy or a lower strength.");
 }
 
 }  // namespace zema

@@ -17,6 +17,9 @@ enum class LengthRule {
 /// (NTYPE 1, 2) always take their measure where barsTakeMeasure is set. Literature: Bazant & Oh (1983).
 [[nodiscard]] double characteristicLength(const PointGeometry& geometry, LengthRule rule, bool barsTakeMeasure = true);
 
+/// The words of the length test in most laws.
+inline constexpr std::string_view beyondLimit = "  >>>> CHARACTERISTIC LENGTH OF THE ELEMENT BEYOND LIMIT";
+
 /// Throws ConstitutiveStop with the words, l and the limit unless limit = 2 E G n^2 / f^2 is above l: beyond it the
 /// descending branch would snap back.
 void checkLength(double l, double limit, std::string_view words);
