@@ -100,12 +100,12 @@ def curve(title, x, x_card, y, y_card):
 
 
 def deck(name, block, materials, composites, steps, title, curves=(), large=0, push=1, tangent=0,
-         composite=lambda i, j, k: 1, step=lambda i, j, k: 1, stages=1):
+         composite=lambda i, j, k: 1, step=lambda i, j, k: 1, stages=1, NSOLV=4, home=HERE):
     nodes = list(block.node_cards())
     elements = list(block.element_cards(composite, step))
     lines = ["MEC3D", f"1 {large} {tangent} {push} 0", "START1", f'"{title}"',
              f"{len(nodes)} {len(elements)} {len(composites)} {max(map(len, composites))} {len(materials)} {stages} "
-             "1000 0 4 0 0 1 0 0", *elements]
+             f"1000 0 {NSOLV} 0 0 1 0 0", *elements]
     for number, layers in enumerate(composites, 1):
         lines.append(f"{number} {len(layers)}")
         for fraction, angle, mat in layers:
@@ -119,7 +119,7 @@ def deck(name, block, materials, composites, steps, title, curves=(), large=0, p
     lines.append(str(len(steps)))
     for one in steps:
         lines += one
-    folder = HERE / name
+    folder = home / name
     folder.mkdir(exist_ok=True)
     (folder / f"{name}.dts").write_text("\n".join(lines) + "\n")
 

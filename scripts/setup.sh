@@ -5,7 +5,7 @@
 
 # Debian packages that the program and its tests are built with.
 # shellcheck disable=SC2034  # for the caller
-build_packages=(g++ cmake ninja-build libopenblas-dev libgtest-dev libgmock-dev)
+build_packages=(g++ cmake ninja-build libopenblas-dev libmumps-seq-dev libmetis-dev libgtest-dev libgmock-dev)
 
 # fail STATUS TEXT...: says why a command of the repository cannot go on, and ends it.
 fail() {

@@ -6,6 +6,8 @@
 #include "analysis/analysis.h"
 #include "foundation/errors.h"
 #include "job/job.h"
+#include "solver/sparse_factors.h"
+#include "solver/sparse_solver.h"
 
 namespace zema {
 namespace {
@@ -44,9 +46,14 @@ std::unique_ptr<Solver> makeSolver(const Job& job) {
     case SolverCode::bandCholesky:
     case SolverCode::bandLDL:
       return makeBandSolver(code);
+    case SolverCode::sparse:
+      if (!hasSparseLibrary())
+        throw InputFault(job.CFILE[1] +
+                         ": the equation solver NSOLV = 6 needs a program that was built with the "
+                         "libraries MUMPS and METIS (Debian packages libmumps-seq-dev and libmetis-dev)");
+      return makeSparseSolver();
     case SolverCode::frontal:
     case SolverCode::gmres:
-    case SolverCode::sparse:
       throw InputFault(job.CFILE[1] + ": the equation solver NSOLV = " + std::to_string(control.NSOLV) +
                        " is not in this build yet");
   }

@@ -1,4 +1,4 @@
-// Keeps the matrix library on one thread while the worker pool spreads the work.
+// How many threads the matrix library takes: one while the worker pool spreads the work, all otherwise.
 #pragma once
 
 #include <cblas.h>
@@ -16,13 +16,13 @@ inline void requireBlasMemory() {
   static_cast<volatile char*>(probe.get())[0] = 0;  // keeps the compiler from leaving the request out
 }
 
-/// While it lives, every call of the matrix library runs on its caller's thread alone.
-class SingleThreadedBlas {
+/// While it lives, a call of the matrix library runs on so many threads.
+class BlasThreads {
  public:
-  SingleThreadedBlas() { openblas_set_num_threads(1); }
-  ~SingleThreadedBlas() { openblas_set_num_threads(before_); }
-  SingleThreadedBlas(const SingleThreadedBlas&) = delete;
-  SingleThreadedBlas& operator=(const SingleThreadedBlas&) = delete;
+  explicit BlasThreads(int threads) { openblas_set_num_threads(threads); }
+  ~BlasThreads() { openblas_set_num_threads(before_); }
+  BlasThreads(const BlasThreads&) = delete;
+  BlasThreads& operator=(const BlasThreads&) = delete;
 
  private:
   int before_ = openblas_get_num_threads();

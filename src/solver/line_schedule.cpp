@@ -34,7 +34,7 @@ int firstTile(const BandMatrix& A, int i) {
 }
 
 void factoriseLines(const BandMatrix& A, LineMethod& method, WorkerPool& pool) {
-  const SingleThreadedBlas oneThread;
+  const BlasThreads oneThread(1);
   const int lines = tileCount(A.NEQNS());
   LineProgress progress(lines);
   std::atomic<int> next = 0;

@@ -145,16 +145,17 @@ TEST(WrongModel, AMirroredBrickStopsAtItsFirstPoint) {
 }
 
 TEST(WrongModel, ABodyWithoutSupportsNeverConverges) {
-  for (const int NSOLV : {2, 4, 5}) {
+  for (const int NSOLV : {2, 4, 5, 6}) {
     const auto [outcome, listing] = runChanged([&](SolidDeck& deck) {
       deck.NSOLV = NSOLV;
       deck.steps[0].fixities = {{1, 0, {}}};
     });
 
     SCOPED_TRACE(NSOLV);
-    const bool pivot = listing.find("  >>>> MATRIZ DEFINIDA NEGATIVA O PIVOT NULO ") != std::string::npos;
+    const bool pivot = listing.find("  >>>> MATRIZ DEFINIDA NEGATIVA O PIVOT NULO ") != std::string::npos ||
+                       outcome.console.find("The following ERROR was detected:  -10") != std::string::npos;
     const bool diverged = listing.find(" >>>>  DETENIDO en CONVER POR FALTA DE CONVERGENCIA ") != std::string::npos;
-    EXPECT_TRUE(NSOLV == 4 ? pivot || diverged : diverged) << listing.substr(listing.size() - 1500);
+    EXPECT_TRUE(NSOLV % 2 == 0 ? pivot || diverged : diverged) << listing.substr(listing.size() - 1500);
     EXPECT_LT(outcome.status, 5);
   }
 }
@@ -168,7 +169,7 @@ TEST(WrongModel, ABodyWithoutLoadsConvergesAtOnceWithAWarning) {
 }
 
 TEST(WrongModel, WhatThisBuildCannotDoIsSaid) {
-  for (const int NSOLV : {1, 3, 6}) {
+  for (const int NSOLV : {1, 3}) {
     const auto [outcome, listing] = runChanged([&](SolidDeck& deck) { deck.NSOLV = NSOLV; });
     EXPECT_EQ(outcome.status, inputFault) << NSOLV;
   }

@@ -1,0 +1,129 @@
+// One solve of the sparse path: pattern, assembly, factors, refinement.
+#include "solver/sparse_solver.h"
+
+#include <algorithm>
+#include <functional>
+#include <string>
+
+#include "foundation/errors.h"
+#include "foundation/parallel.h"
+#include "solver/blas_threads.h"
+#include "solver/nested_dissection.h"
+#include "solver/phase_timer.h"
+#include "solver/sparse_factors.h"
+
+namespace zema {
+namespace {
+
+class SparseSolver final : public Solver {
+ public:
+  SparseSolver() : Solver(ResidualCheck::byBody) {}
+
+  [[nodiscard]] std::span<const double> factors() const override { return matrix_.A_PARD(); }
+
+  // The pattern has to wait for the elements.
+  void restoreFactors(const EquationSystem& /*system*/, std::span<const double> values) override {
+    restored_.assign(values.begin(), values.end());
+    factors_.reset();
+    IPERM_.clear();
+  }
+
+ protected:
+  void solveFree(const Task& task) override {
+    EquationSystem& system = task.system;
+    STARTENDPARDISO(task);
+    if (!task.newMatrix && !restored_.empty()) refactorise(task);
+    if (task.newMatrix) matrix_.reset(pattern_);
+    KGLOB(task.source, system, task.side, task.newMatrix ? &matrix_ : nullptr, task.pool, task.times);
+    if (task.newMatrix) factorise(task);
+    const std::span<double> x(system.ELOADG.data(), static_cast<std::size_t>(system.NEQNS));
+    B_PARD_.assign(x.begin(), x.end());
+    {
+      const PhaseTimer timer(task.times.lower);
+      factors_->solve(x, task.pool.size());
+    }
+    refine(task, x);
+    const PhaseTimer timer(task.times.upper);
+    spread(system, task.side);
+  }
+
+ private:
+  // The pattern and the order of elimination for the present equation numbers.
+  void STARTENDPARDISO(const Task& task) {
+    if (IPERM_ == task.system.IPERM) return;
+    const PhaseTimer timer(task.times.decomposition);
+    factors_.reset();
+    const EquationGroups groups(task.source, task.system);
+    const IntegerLists NEIG_NODES = PARD_NEIGHBORNODES(groups);
+    pattern_ = SparsePattern(task.source, task.system, groups, NEIG_NODES);
+    order_ = nestedDissection(groups, NEIG_NODES);
+    IPERM_ = task.system.IPERM;
+  }
+
+  void factorise(const Task& task) {
+    const PhaseTimer timer(task.times.decomposition);
+    const bool symmetric = matrix_.isSymmetric();
+    if (!factors_ || factors_->symmetric() != symmetric) {
+      factors_.reset();
+      factors_ = std::make_unique<SparseFactors>(pattern_, symmetric, order_);
+    }
+    factors_->factorise(matrix_, task.pool.size());
+    task.report.note = std::string(symmetric ? "symmetric" : "unsymmetric") + " sparse factors, " +
+                       std::to_string(factors_->entries()) + " entries";
+  }
+
+  void refactorise(const Task& task) {
+    matrix_.reset(pattern_);
+    if (restored_.size() != matrix_.A_PARD().size())
+      throw InputFault("the factors of the restart data do not fit the equations of the deck");
+    std::ranges::copy(restored_, matrix_.A_PARD().begin());
+    restored_ = {};
+    factorise(task);
+    task.report.note.clear();
+  }
+
+  // Iterative refinement: x += A^-1 (b - A x), kept while the residual goes down.
+  void refine(const Task& task, std::span<double> x) {
+    constexpr double goodEnough = 1e-12;
+    constexpr int mostSteps = 2;
+    const PhaseTimer timer(task.times.check);
+    double& ratio = task.report.residual.emplace(residual(task, x));
+    for (int step = 0; step < mostSteps && ratio > goodEnough; ++step) {
+      X_PARD_.assign(x.begin(), x.end());
+      factors_->solve(rest_, task.pool.size());
+      std::ranges::transform(x, rest_, x.begin(), std::plus<>());
+      const double refined = residual(task, x);
+      if (!(refined < ratio)) {
+        std::ranges::copy(X_PARD_, x.begin());
+        return;
+      }
+      ratio = refined;
+    }
+  }
+
+  // ||b - A x|| / ||b||; leaves b - A x in rest_.
+  double residual(const Task& task, std::span<const double> x) {
+    rest_.resize(x.size());
+    matrix_.residual(B_PARD_, x, rest_, task.pool);
+    return ratioOfNorms(rest_, B_PARD_);
+  }
+
+  std::vector<int> IPERM_;  // equation numbers of the pattern
+  SparsePattern pattern_;
+  std::vector<int> order_;
+  SparseMatrix matrix_;
+  std::unique_ptr<SparseFactors> factors_;
+  std::vector<double> restored_;  // values of the matrix from a restart, until they can be factorised
+  std::vector<double> B_PARD_;    // right-hand side
+  std::vector<double> X_PARD_;    // solution before a step of refinement
+  std::vector<double> rest_;      // b - A x
+};
+
+}  // namespace
+
+std::unique_ptr<Solver> makeSparseSolver() {
+  requireBlasMemory();
+  return std::make_unique<SparseSolver>();
+}
+
+}  // namespace zema
