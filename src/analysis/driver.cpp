@@ -40,12 +40,6 @@ void timed(Job& job, double& total, Phase&& phase) {
   total += end - start;
 }
 
-/// Says on console and log what ends a run early or leaves it without results, although it is no fault.
-void notify(Job& job, const std::string& text) {
-  job.console.warn(text);
-  job.log().line(" ---> " + text);
-}
-
 void refuseWhatIsNotBuilt(const Job& job) {
   const ControlRecord& control = job.KCONT;
   const auto refuse = [&](const std::string& what) {

@@ -22,7 +22,19 @@ template <int N>
 [[nodiscard]] ElasticMean<N> MODCO(const LayerPlan<N>& layer, std::span<const ElasticMaterial<N>> elastic,
                                    std::span<const Material> materials);
 
-/// The sum of the layers in element axes. Leaves each layer's own matrix in its plan.
+/// `CLAY_SP`: matrix and fibre composed by the serial-parallel rule, in layer axes. Uses the layer's elastic share.
+template <int N>
+[[nodiscard]] ElasticMean<N> CLAY_SP(const LayerPlan<N>& layer, std::span<const ElasticMaterial<N>> elastic,
+                                     std::span<const Material> materials);
+
+/// `CLAY_NT`: plain share, fibre and matrix of a short-fibre layer without damage, in layer axes. Uses the layer's
+/// elastic share.
+template <int N>
+[[nodiscard]] ElasticMean<N> CLAY_NT(const LayerPlan<N>& layer, std::span<const ElasticMaterial<N>> elastic,
+                                     std::span<const Material> materials);
+
+/// The sum of the layers in element axes. Leaves each layer's own matrix and elastic share in its plan. Throws
+/// InputFault when the elastic matrices of two components in series fit no common stress.
 template <int N>
 [[nodiscard]] ElasticMean<N> elasticMeanOf(CompositePlan<N>& plan, std::span<const ElasticMaterial<N>> elastic,
                                            std::span<const Material> materials);

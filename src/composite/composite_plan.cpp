@@ -1,8 +1,10 @@
-// Making of the plan of a composite, with the checks of what this build can do.
+// Making of the plan of a composite, with the checks that need both its layers and its materials.
 #include "composite/composite_plan.h"
 
+#include <sstream>
 #include <string>
 
+#include "composite/short_fibre_share.h"
 #include "foundation/errors.h"
 
 namespace zema {
@@ -12,15 +14,32 @@ std::string layerName(int c, std::size_t l) {
   return "composite " + std::to_string(c) + ", layer " + std::to_string(l + 1) + ": ";
 }
 
-void checkKind(const Layer& layer, int c, std::size_t l) {
-  switch (layer.kind) {
-    case LayerKind::none:  // no components: such a layer adds nothing
-    case LayerKind::parallel:
-      return;
-    case LayerKind::serialParallel:
-    case LayerKind::shortFibre:
-      throw InputFault(layerName(c, l) + "layers of type \"" + layer.TYLAY + "\" are not in this build yet");
-  }
+/// N0 of a short-fibre layer.
+double parallelShare(const Model& model, const Layer& layer, const std::string& where) {
+  const int fibre = layer.components[1].LCPRO, matrix = layer.components[2].LCPRO;
+  const double length = transferLengths(layer, model.materials(fibre), model.materials(matrix));
+  const double N0 = NPARORI(length);
+  if (N0 >= 0.0) return N0;  // not a number neither
+  std::ostringstream text;
+  text << where << "the fibre of material " << fibre << " (radius " << model.materials(fibre)(slot::fibreRadius)
+       << ", length " << model.materials(fibre)(slot::fibreLength) << ", slots 32 and 33) is too short for matrix "
+       << matrix << ": cosh(beta L) is to be 3 or more, beta L = " << length
+       << ". Give a longer or thinner fibre, or a stiffer matrix";
+  throw InputFault(text.str());
+}
+
+/// Ties matrix and fibre of a layer that is not parallel.
+template <int N>
+void planRule(const Model& model, const Layer& layer, const std::string& where, LayerPlan<N>& plan) {
+  std::vector<ComponentPlan<N>>& part = plan.components;
+  if (layer.kind == LayerKind::serialParallel)
+    plan.rule = SerialParallelRule<N>(layer.SPDFLAG, part[0].VOLFMAT, part[1].VOLFMAT);
+  if (layer.kind != LayerKind::shortFibre) return;
+  const double f2 = part[1].VOLFMAT, f3 = part[2].VOLFMAT;
+  part[3].VOLFMAT = f2;  // of the same fibre and matrix, the shares of which the deck gives once
+  part[4].VOLFMAT = f3;
+  plan.rule = SerialParallelRule<N>::serial(f3 / (f2 + f3), f2 / (f2 + f3));
+  plan.parallelShare = parallelShare(model, layer, where);
 }
 
 template <int N>
@@ -39,13 +58,13 @@ CompositePlan<N> planOf(const Model& model, int c) {
   const std::vector<Layer>& layers = model.composites(c).layers;
   if (layers.empty()) throw InputFault("composite " + std::to_string(c) + " has no layers, but elements that use it");
   for (std::size_t l = 0; l < layers.size(); ++l) {
-    checkKind(layers[l], c, l);
     LayerPlan<N> layer;
     layer.kind = layers[l].kind;
     layer.VOLFLAY = layers[l].PVLAY;
     layer.LAYAEULER = Rotation<N>(layers[l].LAEULER);
     for (const Component& component : layers[l].components)
       layer.components.push_back(planOf<N>(model, component, layerName(c, l)));
+    planRule(model, layers[l], layerName(c, l), layer);
     plan.layers.push_back(std::move(layer));
   }
   return plan;

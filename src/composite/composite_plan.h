@@ -4,6 +4,7 @@
 #include <span>
 #include <vector>
 
+#include "composite/serial_parallel_rule.h"
 #include "constitutive/law_table.h"
 #include "constitutive/material_point.h"
 #include "model/model.h"
@@ -26,7 +27,10 @@ struct LayerPlan {
   double VOLFLAY = 0.0;   ///< share in the composite
   Rotation<N> LAYAEULER;  ///< layer axes in element axes
   std::vector<ComponentPlan<N>> components;
-  Matrix<N> elastic;  ///< elastic matrix in element axes, of the temperature in force
+  SerialParallelRule<N> rule;  ///< serial-parallel layer: of components 1 | 2; short fibres: all serial, of 5 | 4
+  double parallelShare = 0.0;  ///< short fibres: N0, share of components 2 to 5 in parallel without damage
+  Matrix<N> elastic;           ///< elastic matrix in element axes, of the temperature in force
+  Matrix<N> elasticShare;      ///< matrix share of `rule` for the elastic matrices, layer axes
 };
 
 template <int N>
@@ -34,8 +38,8 @@ struct CompositePlan {
   std::vector<LayerPlan<N>> layers;
 };
 
-/// Makes the plan of composite c (number from 1). Throws InputFault when a layer's kind or a material's law is not in
-/// this build, or when a component names a material that has no card.
+/// Makes the plan of composite c (number from 1). Throws InputFault when a material's law is not in this build, when a
+/// component names a material that has no card, and when the fibres of a short-fibre layer are too short.
 template <int N>
 [[nodiscard]] CompositePlan<N> planOf(const Model& model, int c);
 

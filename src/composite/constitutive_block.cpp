@@ -8,6 +8,8 @@
 #include <utility>
 
 #include "composite/composite_elasticity.h"
+#include "composite/serial_parallel_layer.h"
+#include "composite/short_fibre_layer.h"
 #include "constitutive/elastic_moduli.h"
 #include "constitutive/elastic_tangent.h"
 #include "constitutive/initial_state.h"
@@ -17,9 +19,18 @@
 namespace zema {
 namespace {
 
+/// `CONSTITUTIVEMAIN`: the manager of a layer's kind.
 template <int N>
-MixedPoint<N> mixLayer(const LayerPlan<N>& layer, const LayerInput<N>& input) {
-  assert(layer.kind == LayerKind::parallel);  // the plan lets no other kind through
+MixedPoint<N> CONSTITUTIVEMAIN(const LayerPlan<N>& layer, const LayerInput<N>& input) {
+  switch (layer.kind) {
+    case LayerKind::none:  // no components: such a layer adds nothing
+    case LayerKind::parallel:
+      break;
+    case LayerKind::serialParallel:
+      return SP_MNGER(layer, input);
+    case LayerKind::shortFibre:
+      return NT_MNGER(layer, input);
+  }
   return P_MNGER(layer, input);
 }
 
@@ -250,7 +261,7 @@ MixedPoint<N> ConstitutiveBlock<N>::mixLayers(Model& model, const PointUpdate<N>
     const LayerInput<N> input{pass_,      geometry,     model.points,
                               update.e,   update.point, number++,
                               materials_, elastic_,     turned(strain, layer.LAYAEULER, withGradient)};
-    MixedPoint<N> part = mixLayer(layer, input);
+    MixedPoint<N> part = CONSTITUTIVEMAIN(layer, input);
     if (!part.elasticMatrix) ROTM(part.tangent, layer.LAYAEULER, Direction::toGlobal);
     mixed.addTangent(layer.VOLFLAY, part.elasticMatrix ? layer.elastic : part.tangent);
     mixed.addLayer(layer.VOLFLAY, part, layer.LAYAEULER);

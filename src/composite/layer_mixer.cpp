@@ -11,11 +11,16 @@ EnergySums weighted(double weight, const EnergySums& sums) {
 }  // namespace
 
 template <int N>
-void MixedPoint<N>::addState(double weight, const ComponentRecords& records, const Rotation<N>& axes) {
+void MixedPoint<N>::addComponent(double weight, const ComponentPlan<N>& component, const ComponentResult<N>& result,
+                                 const LayerInput<N>& input) {
   constexpr MechanicalPlaces places{N};
+  elastic = elastic && result.elastic;
+  elasticMatrix = elasticMatrix && result.elasticMatrix;
+  sums += weighted(weight, result.sums);
+  const ComponentRecords records = input.recordsOf(component);
   auto plastic = Strain<N>::from(records.trial, places.STRAP());
   if (!plastic.isZero()) {
-    ROTV(plastic, axes, Direction::toGlobal);
+    ROTV(plastic, input.elasticOf(component).axes, Direction::toGlobal);
     STRAP.add(weight, plastic);
   }
   lastYield += weight * records.trial[places.lastYield()];
@@ -73,10 +78,7 @@ MixedPoint<N> P_MNGER(const LayerPlan<N>& layer, const LayerInput<N>& input) {
   for (const ComponentPlan<N>& component : layer.components) {
     const ComponentResult<N> result = updateComponent(component, input, input.strain);
     mixed.stress.add(component.VOLFMAT, result.stress);
-    mixed.addState(component.VOLFMAT, input.recordsOf(component), input.elasticOf(component).axes);
-    mixed.elastic = mixed.elastic && result.elastic;
-    mixed.elasticMatrix = mixed.elasticMatrix && result.elasticMatrix;
-    mixed.sums += weighted(component.VOLFMAT, result.sums);
+    mixed.addComponent(component.VOLFMAT, component, result, input);
   }
   if (mixed.elasticMatrix) return mixed;  // whoever mixes the layers has the elastic matrix of the whole at hand
   for (const ComponentPlan<N>& component : layer.components) {

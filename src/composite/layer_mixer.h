@@ -8,6 +8,9 @@
 
 namespace zema {
 
+template <int N>
+struct LayerInput;
+
 /// What a layer or a composite reports of its components: weighted sums.
 template <int N>
 struct MixedPoint {
@@ -22,9 +25,9 @@ struct MixedPoint {
   Matrix<N> tangent;
   EnergySums sums;
 
-  /// Adds the state of a component, from its trial records, with a weight. axes: material axes, out of which the
-  /// plastic strain is turned.
-  void addState(double weight, const ComponentRecords& records, const Rotation<N>& axes);
+  /// Adds an updated component but for its stress and tangent: its state, from the trial records, and its energy.
+  void addComponent(double weight, const ComponentPlan<N>& component, const ComponentResult<N>& result,
+                    const LayerInput<N>& input);
   /// Adds a layer but for its tangent; axes: layer axes, out of which it is turned.
   void addLayer(double weight, const MixedPoint& layer, const Rotation<N>& axes);
   void addTangent(double weight, const Matrix<N>& matrix);

@@ -2,6 +2,8 @@
 #include "input/composite_cards.h"
 
 #include <algorithm>
+#include <cmath>
+#include <sstream>
 
 #include "input/count_field.h"
 #include "job/job.h"
@@ -18,11 +20,16 @@ LayerKind layerKind(std::string_view TYLAY) {
   return LayerKind::none;
 }
 
-void readComponents(CardReader& cards, Layer& layer, int count, int NMATS) {
+/// Whether the rule of a layer divides by the share of a component.
+enum class Share { any, positive };
+
+void readComponents(CardReader& cards, Layer& layer, int count, int NMATS, Share share = Share::any) {
   for (int k = 0; k < count; ++k) {
     Component component;
     component.LCPRO = cards.integer("LCPRO", 1, NMATS);
     component.PARTV = cards.real("PARTV");
+    if (share == Share::positive && !(component.PARTV > 0.0))
+      cards.fault("PARTV", component.PARTV, "a share above 0: matrix and fibre of this layer need both");
     layer.components.push_back(component);
   }
 }
@@ -33,15 +40,16 @@ void readParallel(CardReader& cards, Layer& layer, int NMATS) {
 }
 
 void readSerialParallel(CardReader& cards, Layer& layer, int NMATS, int NSTR1) {
-  readComponents(cards, layer, 2, NMATS);
+  readComponents(cards, layer, 2, NMATS, Share::positive);
   for (int i = 0; i < NSTR1; ++i) {
     layer.SPDFLAG.push_back(cards.integer("SPDFLAG"));
   }
 }
 
-/// Matrix, fibre and interface; the last two enter the layer's rule twice, and their second stands without a share.
+/// Plain share, fibre and matrix; the last two enter the layer's rule twice, and their second stands without a share.
 void readShortFibre(CardReader& cards, Layer& layer, int NMATS) {
-  readComponents(cards, layer, 3, NMATS);
+  readComponents(cards, layer, 1, NMATS);
+  readComponents(cards, layer, 2, NMATS, Share::positive);
   for (const std::size_t source : {1U, 2U}) {
     Component again;
     again.LCPRO = layer.components[source].LCPRO;
@@ -79,6 +87,28 @@ Layer readLayer(CardReader& cards, int NMATS, int NSTR1) {
   return layer;
 }
 
+/// Says so when shares do not add up to 1; single precision on the card is enough.
+void checkSum(Job& job, const std::string& what, double sum) {
+  constexpr double rounding = 1.0e-5;
+  if (std::abs(sum - 1.0) <= rounding) return;
+  std::ostringstream text;
+  text << what << " add up to " << sum << ", not to 1";
+  notify(job, text.str());
+}
+
+void checkShares(Job& job, int number, const std::vector<Layer>& layers) {
+  const std::string composite = "composite " + std::to_string(number);
+  double sum = 0.0;
+  for (std::size_t l = 0; l < layers.size(); ++l) {
+    sum += layers[l].PVLAY;
+    if (layers[l].components.empty()) continue;
+    double inLayer = 0.0;
+    for (const Component& component : layers[l].components) inLayer += component.PARTV;
+    checkSum(job, composite + ", layer " + std::to_string(l + 1) + ": the shares of its components", inLayer);
+  }
+  if (!layers.empty()) checkSum(job, composite + ": the shares of its layers", sum);
+}
+
 }  // namespace
 
 void readComposites(Job& job, Model& model, const KernelProfile& profile) {
@@ -93,6 +123,7 @@ void readComposites(Job& job, Model& model, const KernelProfile& profile) {
     for (int l = 0; l < NULAY; ++l) {
       layers.push_back(readLayer(cards, control.NMATS, profile.NSTR1));
     }
+    checkShares(job, number, layers);
   }
 }
 

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 
 #include "foundation/card_reader.h"
 #include "foundation/channel.h"
@@ -49,5 +50,11 @@ struct Job {
   [[nodiscard]] Channel& log() { return channels[IRUN.LULOG]; }
   [[nodiscard]] CardReader& cards() { return *deck; }
 };
+
+/// Says on console and log what a user should know although it is no fault.
+inline void notify(Job& job, const std::string& text) {
+  job.console.warn(text);
+  job.log().line(" ---> " + text);
+}
 
 }  // namespace zema

@@ -17,6 +17,25 @@ inline Composite plainComposite(int material) {
   return {{layer}, 2, {}};
 }
 
+/// One serial-parallel layer; a flag for each strain component, 1 for a parallel one.
+inline Composite serialParallel(int matrix, int fibre, double km, const std::vector<int>& SPDFLAG) {
+  Layer layer;
+  layer.kind = LayerKind::serialParallel;
+  layer.PVLAY = 1.0;
+  layer.components = {{matrix, km, 1}, {fibre, 1.0 - km, 2}};
+  layer.SPDFLAG = SPDFLAG;
+  return {{layer}, 3, {}};
+}
+
+/// One short-fibre layer of shares f1 | f2 | f3, whose plain share is of the matrix.
+inline Composite shortFibre(int matrix, int fibre, double f1, double f2, double f3) {
+  Layer layer;
+  layer.kind = LayerKind::shortFibre;
+  layer.PVLAY = 1.0;
+  layer.components = {{matrix, f1, 1}, {fibre, f2, 2}, {matrix, f3, 3}, {fibre, 0.0, 4}, {matrix, 0.0, 5}};
+  return {{layer}, 6, {}};
+}
+
 /// Elements of a given composite (number from 1) and given angles, one point each, in a static run.
 template <int N>
 Model pointModel(const std::vector<Material>& materials, const std::vector<Composite>& composites,
