@@ -18,12 +18,14 @@ inline constexpr int beta = 5;        ///< fatigue constant
 inline constexpr int ratio = 6;       ///< stress ratio in use
 }  // namespace fatigue
 
-/// `WOHLERCM`: cycles to failure at a stress S of a material with strength f and stress ratio R.
+/// `WOHLERCM`: cycles to failure at a stress S of a material with strength f and stress ratio R: 1 from S = f on, no
+/// end from R = 0.681 on. Throws ConstitutiveStop for R below -2.619, where the curve does not exist.
 [[nodiscard]] double WOHLERCM(double f, double S, double R);
 
-/// `STRFAT`: the factor phi, 0 to 1, that the strength takes after the cycles of the pass; 1 when fatigue is off (TCYCL
-/// 0). limit: strength in force, (1 - d) f or its like; tau: equivalent stress; f: strength, slot 30; sign: a stress
-/// whose sign tau takes in the history. Changes the point's seven values. Literature: Oller et al. (2005).
+/// `STRFAT`: the factor phi, 1e-9 to 1, that the strength takes after the cycles of the pass; 1 when fatigue is off
+/// (TCYCL 0). limit: strength in force, (1 - d) f or its like; tau: equivalent stress; f: strength, slot 30; sign: a
+/// stress whose sign tau takes in the history (0: positive). Changes the point's seven values; those of a point that is
+/// loaded beyond its limit, that has settled or has no stress keep their constant. Literature: Oller et al. (2005).
 [[nodiscard]] double STRFAT(const PassContext& pass, std::array<double, 7>& values, double limit, double tau, double f,
                             double sign);
 

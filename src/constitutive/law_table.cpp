@@ -5,6 +5,9 @@
 #include <string>
 
 #include "constitutive/elastic_law.h"
+#include "constitutive/kelvin_voigt_law.h"
+#include "constitutive/visco_damage_law.h"
+#include "constitutive/viscoelastic_law.h"
 #include "foundation/errors.h"
 
 namespace zema {
@@ -18,12 +21,12 @@ constexpr std::array<LawRow<N>, 20> laws{{
     {Law::kinematicHardening, "LUBLINER"},
     {Law::simpleDamage, "SIMPLE DAMAGE"},
     {Law::generalDamage, "GENER. DAMAGE"},
-    {Law::viscoelastic, "VISCOELASTIC"},
-    {Law::viscoelasticDynamic, "VISCOELASTIC"},
+    {Law::viscoelastic, "VISCOELASTIC", VISCOE<N>},
+    {Law::viscoelasticDynamic, "VISCOELASTIC", VISCOK<N>},
     {Law::backwardEuler, "BACK. EURLER"},
     {Law::backwardEulerCorrector, "BACK. EURLER"},
     {Law::backwardEulerNumeric, "NUMERIC BACK."},
-    {Law::viscoDamage, "VISCO-DAMAGE"},
+    {Law::viscoDamage, "VISCO-DAMAGE", VISDAM<N>},
     {Law::damagePlastic, "DAMAGE-PLASTIC"},
     {Law::generalDamagePlastic, "DAMAGE-PLASTIC"},
     {Law::unnamed14, ""},

@@ -1,0 +1,15 @@
+// The standard solid with one scalar of damage.
+#pragma once
+
+#include "constitutive/law.h"
+
+namespace zema {
+
+/// `VISDAM`: exponential damage, driven by the elastic stress of the whole strain, on the standard solid of `VISCOE`;
+/// the old stress carries the new damage too. Writes damage, dissipation, threshold, yieldStress ((1 - d) tau) and
+/// reducedYieldStress of INTVAR. It counts as elastic, with the elastic tangent. Throws ConstitutiveStop when the
+/// fracture energy is too small for the length of the element. Literature: Simo & Ju (1987).
+template <int N>
+void VISDAM(const LawInput<N>& input, LawState& state, LawResult<N>& result);
+
+}  // namespace zema

@@ -1,0 +1,105 @@
+// Life curve and fatigue factor.
+#include "constitutive/fatigue.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "foundation/errors.h"
+
+namespace zema {
+namespace {
+
+constexpr double f = 30.0;
+
+/// A point under cycles: given ratio R, or 9999 for its own history.
+struct CycledPoint {
+  CycledPoint(int KFATI, double R) {
+    pass.TCYCL = 1.0;
+    pass.KFATI = KFATI;
+    pass.FATIM = R;
+  }
+  double factor(double N, double tau, double sign = 1.0) {
+    pass.NCYCL = N;
+    return STRFAT(pass, values, f, tau, f, sign);
+  }
+  PassContext pass;
+  std::array<double, 7> values{};
+};
+double endurance(double R) {
+  return R / 3.3 + 0.7936507936507936;
+}
+
+TEST(Fatigue, LifeCurveAndStrengthAtTheEndOfLife) {
+  for (const double R : {-1.0, 0.0, 0.5}) {
+    for (const double k : {0.25, 0.5, 0.9}) {  // life 10^(7 k)
+      const double S = f * std::pow(endurance(R), std::pow(k, 4.0 * std::pow(2.0, 2.0 * R)));
+      const double life = std::pow(10.0, 7.0 * k);
+      EXPECT_NEAR(WOHLERCM(f, S, R) / life, 1.0, 1.0e-9);
+      for (const int KFATI : {0, 1}) {
+        CycledPoint point(KFATI, R);
+        EXPECT_EQ(point.factor(1.0, S), 1.0);
+        EXPECT_NEAR(point.factor(life / 2.0, S),
+                    std::pow(S / f, std::pow(std::log10(life / 2.0) / (7.0 * k), 8.0 * std::pow(2.0, 2.0 * R))),
+                    1.0e-9);
+        EXPECT_EQ(point.values[fatigue::settled], 0.0);
+        EXPECT_NEAR(point.factor(life * 1.0000001, S), S / f, 1.0e-6);
+        EXPECT_EQ(point.values[fatigue::settled], 1.0);
+        const double beta = point.values[fatigue::beta];
+        EXPECT_LT(point.factor(life * 2.0, 0.9 * S), S / f);  // settled: only the cycles count
+        EXPECT_EQ(point.values[fatigue::beta], beta);
+      }
+    }
+  }
+  EXPECT_EQ(WOHLERCM(f, f, 0.0), 1.0);
+  EXPECT_TRUE(std::isinf(WOHLERCM(f, 0.99 * f, 0.7)));
+  EXPECT_THROW((void)WOHLERCM(f, 20.0, -2.7), ConstitutiveStop);
+}
+
+TEST(Fatigue, ConstantIsLeftAloneOutsideTheElasticRangeAndWithoutStress) {
+  const double Se = endurance(0.0) * f;
+  CycledPoint point(0, 0.0);
+
+  EXPECT_NEAR(point.factor(1.0e7, 0.5 * Se), 1.0 - 0.5 * (1.0 - endurance(0.0)), 1.0e-12);  // below the life curve
+  const double beta = point.values[fatigue::beta];
+  for (const double tau : {0.0, f, 2.0 * f}) {
+    EXPECT_LT(point.factor(1.0e7, tau), 1.0);
+    EXPECT_EQ(point.values[fatigue::beta], beta);
+  }
+  CycledPoint alone(1, 0.0);
+  EXPECT_EQ(alone.factor(1.0e7, 0.0), 1.0);
+  EXPECT_EQ(alone.factor(1.0e7, 2.0 * f), 1.0);
+  EXPECT_EQ(CycledPoint(0, 0.9).factor(1.0e12, 0.9 * f), 1.0);  // never above 1
+  CycledPoint worn(1, 0.0);
+  EXPECT_LT(worn.factor(10.0, 0.999 * f), 1.0);
+  EXPECT_EQ(worn.factor(1.0e20, 0.999 * f), 1.0e-9);
+  CycledPoint off(0, 0.0);
+  off.pass.TCYCL = 0.0;
+  EXPECT_EQ(off.factor(1.0e7, 20.0), 1.0);
+  EXPECT_EQ(off.values, (std::array<double, 7>{}));
+}
+
+TEST(Fatigue, HistoryGivesPeakValleyAndRatio) {
+  struct Step {
+    double stress, smin, smax, R;
+  };
+  const std::vector<std::vector<Step>> histories{
+      {{10, 0, 10, 0}, {12, 0, 10, 0}, {14, 0, 10, 0}},                                             // monotonic
+      {{10, 0, 10, 0}, {20, 0, 10, 0}, {5, 0, 20, 0}, {15, 5, 20, 0.25}, {-20, 5, 15, 1.0 / 3.0}},  // pulsating
+      {{10, 0, 10, 0}, {-10, 0, 10, 0}, {10, -10, 10, -1}, {-25, -10, 10, -1}, {8, -25, 10, -1}},   // reversed
+      {{0, 0, 0, 0}, {20, 0, 20, 0}, {19, 0, 20, 0}, {20, 19, 20, 0.68}},                           // high mean
+      {{-10, 0, -10, 0}, {-20, 0, -10, 0}, {-10, -20, -10, 0.68}, {-20, -20, -10, 0.68}}};
+  for (const auto& history : histories) {
+    CycledPoint point(0, -9999.0);
+    for (const Step& step : history) {
+      const double factor = point.factor(100.0, std::abs(step.stress), step.stress);
+      EXPECT_EQ(point.values[fatigue::valley], step.smin) << step.stress;
+      EXPECT_EQ(point.values[fatigue::peak], step.smax) << step.stress;
+      EXPECT_NEAR(point.values[fatigue::ratio], step.R, 1.0e-7) << step.stress;
+      EXPECT_EQ(factor < 1.0, step.smax != 0.0);
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zema
