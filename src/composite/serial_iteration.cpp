@@ -78,7 +78,8 @@ void SerialIteration<N>::predict() {
   const ComponentStrain<N>& layer = input_.strain;
   const Strain<N> increment = layer.STRAT - rule.layerStrain(matrix_.start, fibre_.start);
   Strain<N> ofMatrix;
-  if (elasticMatrix() || !rule.matrixIncrement(matrix_.C(), fibre_.C(), increment, ofMatrix))
+  if (elasticMatrix() || !rule.matrixIncrement(matrix_.C(), fibre_.C(), increment, ofMatrix) ||
+      !(norm(ofMatrix) <= largestChange()))
     ofMatrix.values = CALTEN(pair_.elasticShare, increment.values);
   matrix_.strain = matrix_.start + ofMatrix;
   if (layer.VSTRAT.isZero()) return;
@@ -122,12 +123,38 @@ double SerialIteration<N>::floor() const {
          std::max(norm(CALTEN(matrix_.C.elastic(), matrix_.strain)), norm(CALTEN(fibre_.C.elastic(), fibre_.strain)));
 }
 
+/// More than either component can reach when the other one takes all strain of the layer: what is beyond comes from
+/// tangents that nearly cancel, not from a solution.
 template <int N>
-void SerialIteration<N>::correct(const Stress<N>& difference) {
-  Strain<N> change;
-  if (pair_.rule.matrixCorrection(matrix_.C(), fibre_.C(), difference, change) ||
-      pair_.rule.matrixCorrection(matrix_.C.elastic(), fibre_.C.elastic(), difference, change))
-    matrix_.strain += change;
+double SerialIteration<N>::largestChange() const {
+  const double strains = norm(input_.strain.STRAT) + norm(matrix_.start) + norm(fibre_.start);
+  return 2.0 * strains / std::min(pair_.rule.km(), pair_.rule.kf());
+}
+
+/// Where a component breaks, the solution may lie far from where the tangents point: begins anew from another strain.
+template <int N>
+void SerialIteration<N>::restart(const Strain<N>& serialStrain) {
+  matrix_.strain = pair_.rule.joined(input_.strain.STRAT, serialStrain);
+  fraction_ = 0.0;
+}
+
+template <int N>
+void SerialIteration<N>::correct(const Stress<N>& difference, double size, int iteration) {
+  constexpr int plainIterations = 10;  // Newton's method alone has then nearly always been enough
+  constexpr double smallestFraction = 0.01;
+  if (iteration > plainIterations && !(size < baseSize_) && fraction_ > smallestFraction) {
+    fraction_ *= 0.5;
+  } else {
+    base_ = matrix_.strain;
+    baseSize_ = size;
+    fraction_ = 1.0;
+    if (!pair_.rule.matrixCorrection(matrix_.C(), fibre_.C(), difference, change_) &&
+        !pair_.rule.matrixCorrection(matrix_.C.elastic(), fibre_.C.elastic(), difference, change_))
+      change_ = {};
+    const double most = largestChange(), wanted = norm(change_);
+    if (wanted > most) change_ *= most / wanted;
+  }
+  matrix_.strain = base_ + fraction_ * change_;
 }
 
 template <int N>
@@ -144,7 +171,13 @@ void SerialIteration<N>::solve() {
     if (size <= negligible * smaller || size <= floor()) return;
     if (size <= relativeTolerance<N> * smaller && ++timesMet == mostTimesMet) return;
     if (iteration == iterationLimit<N> || !std::isfinite(size)) giveUp(size, iteration);
-    correct(difference);
+    if (iteration == iterationLimit<N> / 3) {
+      restart({});  // the fibre takes all serial strain
+    } else if (iteration == 2 * iterationLimit<N> / 3) {
+      restart((1.0 / pair_.rule.km()) * input_.strain.STRAT);  // the matrix does
+    } else {
+      correct(difference, size, iteration);
+    }
   }
 }
 

@@ -73,7 +73,11 @@ class SerialIteration {
  private:
   void predict();
   void updateComponents();
-  void correct(const Stress<N>& difference);
+  /// Moves the matrix strain by a Newton correction or, when the one before made the difference larger for too long,
+  /// back along it.
+  void correct(const Stress<N>& difference, double size, int iteration);
+  void restart(const Strain<N>& serialStrain);
+  [[nodiscard]] double largestChange() const;
   [[nodiscard]] double floor() const;
   [[nodiscard]] double smallerStress() const;
   [[noreturn]] void giveUp(double difference, int iterations) const;
@@ -82,6 +86,10 @@ class SerialIteration {
   const LayerInput<N>& input_;
   SerialComponent<N> matrix_;
   SerialComponent<N> fibre_;
+  Strain<N> base_;         // matrix strain from which the last correction started
+  Strain<N> change_;       // the last correction, whole
+  double baseSize_ = 0.0;  // size of the difference there
+  double fraction_ = 1.0;  // how much of the correction was made
 };
 
 }  // namespace zema

@@ -25,6 +25,11 @@ class SerialParallelRule {
   [[nodiscard]] double kf() const { return kf_; }
   [[nodiscard]] bool hasSerial() const { return ns_ > 0; }
 
+  /// A strain with the parallel components of one and the serial components of another.
+  [[nodiscard]] Strain<N> joined(Strain<N> parallel, const Strain<N>& serial) const {
+    for (int r = 0; r < ns_; ++r) parallel[place(r)] = serial[place(r)];
+    return parallel;
+  }
   /// Strain of the layer when matrix and fibre have these strains; the parallel ones are taken from the matrix.
   [[nodiscard]] Strain<N> layerStrain(const Strain<N>& MSTRAN, const Strain<N>& FSTRAN) const;
   /// Strain of the fibre when the layer and the matrix have these strains.

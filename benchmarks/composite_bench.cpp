@@ -1,0 +1,81 @@
+// Cost of a point of a mixed layer: strain in, stress, tangent and trial records of all components out.
+#include <benchmark/benchmark.h>
+
+#include <vector>
+
+#include "composite/constitutive_block.h"
+
+namespace zema {
+namespace {
+
+Material isotropic(double E, double nu) {
+  Material material;
+  material.given = true;
+  for (const int place : {slot::youngX, slot::youngY, slot::youngZ}) material(place) = E;
+  for (const int place :
+       {slot::poissonXY, slot::poissonYX, slot::poissonXZ, slot::poissonZX, slot::poissonYZ, slot::poissonZY})
+    material(place) = nu;
+  for (const int place : {slot::mapXX, slot::mapYY, slot::mapXY, slot::mapZZ, slot::mapXZ, slot::mapYZ})
+    material(place) = 1.0;
+  material.NCRIT = material.NCRIP = Criterion::vonMises;
+  material.NMATX = TangentChoice::continuous;
+  return material;
+}
+
+Layer layerOf(LayerKind kind, const std::vector<Component>& components) {
+  Layer layer;
+  layer.kind = kind;
+  layer.PVLAY = 1.0;
+  layer.components = components;
+  layer.SPDFLAG = {1, 0, 0, 0, 0, 0};
+  return layer;
+}
+
+/// Elements of eight points, as of a mesh of bricks, of one layer of a soft matrix (material 1) and a stiff fibre (2).
+Model bricks(int elements, const Layer& layer) {
+  Model model;
+  model.NSTR1 = 6;
+  Material fibre = isotropic(72000.0, 0.22);
+  fibre(slot::fibreRadius) = 1.0;
+  fibre(slot::fibreLength) = 100.0;
+  model.materials.all = {isotropic(3500.0, 0.35), fibre};
+  const int NUMAT = static_cast<int>(layer.components.size()) + 1;
+  model.composites.all = {{{layer}, NUMAT, {}}};
+  ElementData element;
+  element.MATNO[0] = 1;
+  element.NTYPE = 6;
+  model.mesh.elements.assign(static_cast<std::size_t>(elements), element);
+  model.increment.KALGO = 2;
+  model.points = PointStore(6, std::vector<int>(static_cast<std::size_t>(elements), 8),
+                            std::vector<int>(static_cast<std::size_t>(elements), NUMAT));
+  return model;
+}
+
+void runPoints(benchmark::State& state, const Layer& layer) {
+  const int elements = static_cast<int>(state.range(0));
+  Model model = bricks(elements, layer);
+  ConstitutiveBlock<6> block(model);
+  block.ZERO(model);
+  block.IMPORTINFON1(model);
+  const Strain<6> strain{{1.0e-3, -2.0e-4, 5.0e-4, 3.0e-4, -1.0e-4, 2.0e-4}};
+  PointUpdate<6> update{.STRAT = strain, .STRAN = strain, .VSTRAT = {}, .dV = 0.125};
+  for (auto _ : state) {
+    for (update.e = 0; update.e < elements; ++update.e)
+      for (update.point = 0; update.point < 8; ++update.point) benchmark::DoNotOptimize(block.RESI2D(model, update));
+  }
+  state.SetItemsProcessed(state.iterations() * elements * 8);
+}
+
+BENCHMARK_CAPTURE(runPoints, parallelOfOne, layerOf(LayerKind::parallel, {{1, 1.0, 1}}))->Arg(1)->Arg(5000);
+BENCHMARK_CAPTURE(runPoints, parallelOfTwo, layerOf(LayerKind::parallel, {{1, 0.4, 1}, {2, 0.6, 2}}))
+    ->Arg(1)
+    ->Arg(5000);
+BENCHMARK_CAPTURE(runPoints, serialParallel, layerOf(LayerKind::serialParallel, {{1, 0.4, 1}, {2, 0.6, 2}}))
+    ->Arg(1)
+    ->Arg(5000);
+BENCHMARK_CAPTURE(runPoints, shortFibre,
+                  layerOf(LayerKind::shortFibre, {{1, 0.5, 1}, {2, 0.2, 2}, {1, 0.3, 3}, {2, 0.0, 4}, {1, 0.0, 5}}))
+    ->Arg(1);
+
+}  // namespace
+}  // namespace zema
