@@ -6,6 +6,40 @@ import pathlib
 HERE = pathlib.Path(__file__).parent
 
 
+class Pieces:
+    """Blocks that do not touch, side by side in y; places and numbers carry the number of the block in front."""
+
+    def __init__(self, blocks, gap):
+        self.blocks = blocks
+        self.sizes = [len(list(block.places())) for block in blocks]
+        self.gap = gap
+
+    def node(self, piece, i, j, k):
+        return sum(self.sizes[:piece]) + self.blocks[piece].node(i, j, k)
+
+    def places(self):
+        for piece, block in enumerate(self.blocks):
+            for place in block.places():
+                yield piece, *place
+
+    def node_cards(self):
+        y = 0.0
+        for piece, block in enumerate(self.blocks):
+            for card in block.node_cards():
+                number, *x = card.split()
+                yield f"{sum(self.sizes[:piece]) + int(number)} {x[0]} {float(x[1]) + y:.10g} {x[2]}"
+            y += block.lengths[1] + self.gap
+
+    def element_cards(self, composite=lambda i, j, k: 1, step=lambda i, j, k: 1):
+        number = 0
+        for piece, block in enumerate(self.blocks):
+            for card in block.element_cards(composite, step):
+                number += 1
+                words = card.split()
+                nodes = [str(sum(self.sizes[:piece]) + int(word)) for word in words[9:17]]
+                yield " ".join([str(number), *words[1:9], *nodes, *words[17:]])
+
+
 class Block:
     """A block of nx x ny x nz bricks; element numbers run along x, then y, then z.
 
@@ -48,29 +82,37 @@ class Block:
                            + " ".join(map(str, nodes)) + " 3*0.0")
 
 
-def material(title, E, nu, G=(0, 0, 0), density=0.0, reference=0.0, young_curve=()):
-    """E: Exx Eyy Ezz; nu: xy, xz, yz (the strain in the second direction under a stress in the first)."""
+def values(numbers):
+    """Numbers of a card; equal neighbours as a repeat count."""
+    words = [f"{v:.10g}" for v in numbers]
+    starts = [i for i, word in enumerate(words) if i == 0 or word != words[i - 1]] + [len(words)]
+    return " ".join(words[a] if b - a == 1 else f"{b - a}*{words[a]}" for a, b in zip(starts, starts[1:]))
+
+
+# Slots of the cards of a material that hold slots alone, in the order of the cards.
+SLOT_CARDS = ([*range(1, 30)], [30, 31, 51, 52, 53, 54, *range(93, 101)], [32, 33, 34, *range(36, 44), 68, 69],
+              [44, 72, 73, *range(74, 80), *range(45, 49), 70, 71], [49, 50], [*range(55, 65)])
+
+
+def material(title, E, nu, G=(0, 0, 0), density=0.0, reference=0.0, young_curve=(), codes=(2, 2, 0, 2, 1, 1), slots=None):
+    """E: Exx Eyy Ezz; nu: xy, xz, yz (the strain in the second direction under a stress in the first). codes: criterion,
+    potential, law, flow, hardening variable, tangent; slots: {slot: value} on top of the elastic ones."""
     xy, xz, yz = nu
     yx, zx, zy = xy * E[1] / E[0], xz * E[2] / E[0], yz * E[2] / E[1]
-    f = "{:.10g}".format
-    return [title, "@", "2 2 0 2 1 1",
-            f"{f(E[0])} {f(xy)} 0 {f(density)} 15*0.0 1 5*0.0 1 3*0.0",
-            "14*0.0",
-            f"3*0.0 {f(yx)} {f(E[1])} {f(xz)} {f(zx)} {f(E[2])} {f(yz)} {f(zy)} {f(G[0])} {f(G[1])} {f(G[2])}",
-            "3*0.0 6*0.0 6*1.0",
-            "2*0.0",
-            f"9*0.0 {f(reference)}",
-            str(len(young_curve)), *[f"{f(t)} {f(v)}" for t, v in young_curve],
-            "0", "0"]
+    row = {1: E[0], 2: xy, 4: density, 20: 1, 26: 1, 36: yx, 37: E[1], 38: xz, 39: zx, 40: E[2], 41: yz, 42: zy, 43: G[0],
+           68: G[1], 69: G[2], 64: reference, **{place: 1 for place in (45, 46, 47, 48, 70, 71)}, **(slots or {})}
+    cards = [values(row.get(place, 0) for place in card) for card in SLOT_CARDS]
+    return [title, "@", " ".join(map(str, codes)), *cards,
+            str(len(young_curve)), *[values(point) for point in young_curve], "0", "0"]
 
 
 def isotropic(title, E, nu, **more):
     return material(title, (E, E, E), (nu, nu, nu), **more)
 
 
-def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0), algorithm=2, post=(1, 1, 1, 0)):
+def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0), algorithm=2, post=(1, 1, 1, 0), time=1.0):
     codes = " ".join(map(str, output))
-    return f"{repeat} {factor:.10g} 1.0 {tolerance:g} {iterations} {codes} {algorithm} 0 0.0 0 0 0 " \
+    return f"{repeat} {factor:.10g} {time} {tolerance:g} {iterations} {codes} {algorithm} 0 0.0 0 0 0 " \
            + " ".join(map(str, post)) + " 16*0"
 
 
@@ -220,6 +262,27 @@ def temperature():
     deck("temperature", block, [steel], [[(1.0, 0.0, 1)]], steps, "a loaded bar that is heated", curves)
 
 
+def relaxing_polymer():
+    """Two bars that do not touch: one is stretched and held, the other carries a constant pull."""
+    bars = Pieces([Block(4, 1, 1, (4.0, 1.0, 1.0)) for _ in range(2)], 1.0)
+    held, pulled = 0, 1
+    fixities = []
+    for p in bars.places():
+        code = 100 * (p[1] == 0) + 10 * (p[2] == 0) + (p[3] == 0)
+        if p[0] == held and p[1] == 4:
+            fixities.append((bars.node(*p), 100 + code, (0.04, 0, 0)))
+        elif code:
+            fixities.append((bars.node(*p), code, (0, 0, 0)))
+    pull = {bars.node(pulled, 4, j, k): (12.0 / 4, 0, 0) for j in range(2) for k in range(2)}
+    last = bars.node(pulled, 4, 1, 1)
+    polymer = isotropic("polymer", 3000.0, 0.35, codes=(2, 2, 6, 2, 1, 1), slots={49: 1800.0, 50: 100.0})
+    step = load_step("stretched and pulled at once, then left alone", fixities,
+                     [increment(1, 1.0, time=0.01), increment(50, 0.0, time=10.0)], 51, point_loads=pull, last_node=last)
+    curves = [curve("stress, held", "X-IINCS", [], "Y-STRES", ["1 1 1 0 0"]),
+              curve("end, pulled", "X-IINCS", [], "Y-DISPL", [f"{last} 1 1"])]
+    deck("relaxing_polymer", bars, [polymer], [[(1.0, 0.0, 1)]], [step], "a polymer that relaxes and creeps", curves)
+
+
 if __name__ == "__main__":
-    for example in (cantilever, layered_plate, construction_stages, large_deflection, temperature):
+    for example in (cantilever, layered_plate, construction_stages, large_deflection, temperature, relaxing_polymer):
         example()

@@ -40,6 +40,12 @@ def axis(values, logarithmic):
     return (lambda v: (v - low) / (high - low)), [(t, f"{t:.6g}") for t in ticks(low, high)]
 
 
+def quiet_corner(drawn, height):
+    """Where the key of the lines hides the least."""
+    corners = [(x, y) for x in (WIDTH - 250, LEFT + 20) for y in (TOP + 14, HEIGHT - BOTTOM - height)]
+    return min(corners, key=lambda c: sum(c[0] - 10 < x < c[0] + 230 and c[1] - 15 < y < c[1] + height for x, y in drawn))
+
+
 def picture(curves, formulas, points, options):
     xs = [x for _, curve in curves + points for x, _ in curve if not options.log_x or x > 0]
     low, high = min(xs), max(xs)
@@ -64,16 +70,18 @@ def picture(curves, formulas, points, options):
     out += [f'<path d="M{LEFT} {TOP}V{HEIGHT - BOTTOM}H{WIDTH - RIGHT}" fill="none" stroke="#333"/>',
             f'<text x="{(LEFT + WIDTH - RIGHT) / 2}" y="{HEIGHT - 16}" text-anchor="middle">{options.x}</text>',
             f'<text transform="translate(20 {(TOP + HEIGHT - BOTTOM) / 2}) rotate(-90)" text-anchor="middle">{options.y}</text>']
+    drawn = [(u(x), v(y)) for curve in [line[1] for line in lines] + [point[1] for point in points] for x, y in curve]
+    key_x, key_y = quiet_corner(drawn, 20 * (len(lines) + len(points)))
     for i, (label, curve, dashed) in enumerate(lines):
         style = f'stroke="{COLOURS[i % len(COLOURS)]}" stroke-width="{1.2 if dashed else 2}"' + (' stroke-dasharray="6 4"' if dashed else "")
         path = "L".join(f"{u(x):.1f} {v(y):.1f}" for x, y in curve)
-        out += [f'<path d="M{path}" fill="none" {style}/>', f'<path d="M{WIDTH - 250} {TOP + 14 + 20 * i}h30" {style}/>',
-                f'<text x="{WIDTH - 212}" y="{TOP + 18 + 20 * i}">{label}</text>']
+        out += [f'<path d="M{path}" fill="none" {style}/>', f'<path d="M{key_x} {key_y + 20 * i}h30" {style}/>',
+                f'<text x="{key_x + 38}" y="{key_y + 4 + 20 * i}">{label}</text>']
     for i, (label, curve) in enumerate(points, len(lines)):
         colour = COLOURS[i % len(COLOURS)]
         ring = lambda x, y: f'<circle cx="{x:.1f}" cy="{y:.1f}" r="4" fill="white" stroke="{colour}" stroke-width="1.5"/>'
         out += [ring(u(x), v(y)) for x, y in curve]
-        out += [ring(WIDTH - 235, TOP + 14 + 20 * i), f'<text x="{WIDTH - 212}" y="{TOP + 18 + 20 * i}">{label}</text>']
+        out += [ring(key_x + 15, key_y + 20 * i), f'<text x="{key_x + 38}" y="{key_y + 4 + 20 * i}">{label}</text>']
     return "\n".join(out + ["</svg>"]) + "\n"
 
 

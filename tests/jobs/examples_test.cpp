@@ -93,12 +93,12 @@ TEST_P(Example, GivesTheValuesThatStandBesideItsDeck) {
 
 INSTANTIATE_TEST_SUITE_P(All, Example,
                          testing::Values("cantilever", "layered_plate", "construction_stages", "large_deflection",
-                                         "temperature"),
+                                         "temperature", "relaxing_polymer"),
                          [](const auto& instance) { return std::string(instance.param); });
 
 TEST(Examples, EveryFolderIsTested) {
   const std::set<std::string> tested{"cantilever", "layered_plate", "construction_stages", "large_deflection",
-                                     "temperature"};
+                                     "temperature", "relaxing_polymer"};
   std::set<std::string> found;
 
   for (const auto& entry : std::filesystem::directory_iterator(exampleFolder("")))
