@@ -4,8 +4,13 @@
 #include <array>
 #include <string>
 
+#include "constitutive/backward_euler.h"
 #include "constitutive/elastic_law.h"
+#include "constitutive/euler_corrector.h"
 #include "constitutive/kelvin_voigt_law.h"
+#include "constitutive/kinematic_hardening.h"
+#include "constitutive/subincrementing.h"
+#include "constitutive/user_law.h"
 #include "constitutive/visco_damage_law.h"
 #include "constitutive/viscoelastic_law.h"
 #include "foundation/errors.h"
@@ -16,21 +21,21 @@ namespace {
 template <int N>
 constexpr std::array<LawRow<N>, 20> laws{{
     {Law::elastic, "ELASTIC", ECUA0<N>},
-    {Law::eulerCorrector, "EULER"},
-    {Law::subincrementing, "HINTON Y OWEN"},
-    {Law::kinematicHardening, "LUBLINER"},
+    {Law::eulerCorrector, "EULER", ECUAA<N>},
+    {Law::subincrementing, "HINTON Y OWEN", ECUAB<N>},
+    {Law::kinematicHardening, "LUBLINER", ECUAC<N>},
     {Law::simpleDamage, "SIMPLE DAMAGE"},
     {Law::generalDamage, "GENER. DAMAGE"},
     {Law::viscoelastic, "VISCOELASTIC", VISCOE<N>},
     {Law::viscoelasticDynamic, "VISCOELASTIC", VISCOK<N>},
-    {Law::backwardEuler, "BACK. EURLER"},
-    {Law::backwardEulerCorrector, "BACK. EURLER"},
-    {Law::backwardEulerNumeric, "NUMERIC BACK."},
+    {Law::backwardEuler, "BACK. EURLER", ECUAD<N>},
+    {Law::backwardEulerCorrector, "BACK. EURLER", ECUAE<N>},
+    {Law::backwardEulerNumeric, "NUMERIC BACK.", ECUAF<N>},
     {Law::viscoDamage, "VISCO-DAMAGE", VISDAM<N>},
     {Law::damagePlastic, "DAMAGE-PLASTIC"},
     {Law::generalDamagePlastic, "DAMAGE-PLASTIC"},
-    {Law::unnamed14, ""},
-    {Law::userDefined, "USER DEFINED"},
+    {Law::unnamed14, "", ECUA0<N>},
+    {Law::userDefined, "USER DEFINED", ECUAJ<N>},
     {Law::damageFriction, "DAMAG-FRICTION"},
     {Law::unnamed17, ""},
     {Law::tensionCompressionDamage, "DMDM-MCM"},

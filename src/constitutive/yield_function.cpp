@@ -89,6 +89,27 @@ NormalFactors lublinerOllerFactors(const CriterionData& criterion, const StressI
 }
 
 template <int N>
+NormalFactors factorsOf(const CriterionData& criterion, const StressInvariants<N>& invariants) {
+  switch (criterion.code) {
+    case Criterion::tresca:
+      return factorsOf(Surface{.cosine = 2.0}, invariants);
+    case Criterion::vonMises:
+    case Criterion::damageSimoJu:
+      return factorsOf(Surface{.constant = sqrt3}, invariants);
+    case Criterion::mohrCoulomb:
+      return factorsOf(mohrCoulomb(criterion), invariants);
+    case Criterion::druckerPrager:
+      return factorsOf(druckerPrager(criterion), invariants);
+    case Criterion::lublinerOller:
+      return lublinerOllerFactors(criterion, invariants);
+    case Criterion::damagePlaneStress:
+    case Criterion::shear:
+      break;
+  }
+  return {};
+}
+
+template <int N>
 Strain<N> combine(const NormalFactors& factors, const StressInvariants<N>& invariants) {
   const Stress<N>& s = invariants.s;
   const double onDeviator = factors.C2 / (2.0 * invariants.rootJ2);
@@ -212,42 +233,26 @@ template <int N>
 bool PLYIEL(const Stress<N>& SIGMA, const StressInvariants<N>& invariants, const CriterionData& criterion,
             Strain<N>& normal) {
   if (invariants.J2 == 0.0) return false;
-  switch (criterion.code) {
-    case Criterion::tresca:
-      normal = combine(factorsOf({.cosine = 2.0}, invariants), invariants);
-      break;
-    case Criterion::vonMises:
-    case Criterion::damageSimoJu:
-      normal = combine(factorsOf({.constant = sqrt3}, invariants), invariants);
-      break;
-    case Criterion::mohrCoulomb:
-      normal = combine(factorsOf(mohrCoulomb(criterion), invariants), invariants);
-      break;
-    case Criterion::druckerPrager:
-      normal = combine(factorsOf(druckerPrager(criterion), invariants), invariants);
-      break;
-    case Criterion::lublinerOller:
-      normal = combine(lublinerOllerFactors(criterion, invariants), invariants);
-      break;
-    case Criterion::damagePlaneStress:
-      normal = largerNormalPlace(SIGMA);
-      break;
-    case Criterion::shear:
-      normal = {};
-      break;
+  if (criterion.code == Criterion::damagePlaneStress) {
+    normal = largerNormalPlace(SIGMA);
+  } else {
+    normal = combine(factorsOf(criterion, invariants), invariants);
   }
   return true;
 }
 
 template <int N>
-Matrix<N> PLY2DERI(double F, const Strain<N>& normal) {
+Matrix<N> PLY2DERI(const StressInvariants<N>& invariants, const CriterionData& criterion) {
+  const double q = sqrt3 * invariants.rootJ2;
+  const double scale = factorsOf(criterion, invariants).C2 / (sqrt3 * q);
+  const Strain<N> n = combine({.C2 = sqrt3}, invariants);
   Matrix<N> hessian;
   for (int i = 0; i < N; ++i) {
     for (int j = 0; j < N; ++j) {
       double P = 0.0;
       if (i == j) P = isShear(i) ? 3.0 : 1.0;
       if (i != j && !isShear(i) && !isShear(j)) P = -0.5;
-      hessian(i, j) = (P - normal[i] * normal[j]) / F;
+      hessian(i, j) = scale * (P - n[i] * n[j]);
     }
   }
   return hessian;
@@ -261,7 +266,7 @@ template YieldValue PLINVA(const StressInvariants<4>&, const CriterionData&);
 template YieldValue PLINVA(const StressInvariants<6>&, const CriterionData&);
 template bool PLYIEL(const Stress<4>&, const StressInvariants<4>&, const CriterionData&, Strain<4>&);
 template bool PLYIEL(const Stress<6>&, const StressInvariants<6>&, const CriterionData&, Strain<6>&);
-template Matrix<4> PLY2DERI(double, const Strain<4>&);
-template Matrix<6> PLY2DERI(double, const Strain<6>&);
+template Matrix<4> PLY2DERI(const StressInvariants<4>&, const CriterionData&);
+template Matrix<6> PLY2DERI(const StressInvariants<6>&, const CriterionData&);
 
 }  // namespace zema

@@ -63,8 +63,10 @@ template <int N>
 bool PLYIEL(const Stress<N>& SIGMA, const StressInvariants<N>& invariants, const CriterionData& criterion,
             Strain<N>& normal);
 
-/// `PLY2DERI`: second derivatives of the von Mises form at a stress with equivalent stress F and normal a.
+/// `PLY2DERI`: second derivatives of a criterion by the stress in the von Mises form, P/q - n n/q with q the von Mises
+/// stress and n its normal, times the slope of the criterion along sqrt(J2) over that of q. Exact for criteria 2 and 4
+/// and in the corner zones; between them criteria 1, 3 and 5 bend more. J2 must not be 0.
 template <int N>
-[[nodiscard]] Matrix<N> PLY2DERI(double F, const Strain<N>& normal);
+[[nodiscard]] Matrix<N> PLY2DERI(const StressInvariants<N>& invariants, const CriterionData& criterion);
 
 }  // namespace zema

@@ -143,35 +143,38 @@ bool INVERT3D(const Matrix<N, N>& A, Matrix<N, N>& B) {
   return true;
 }
 
-/// B = A^-1 with row exchange (Gauss-Jordan, partial pivoting). Returns false and leaves B as it stands when A is
+/// X = A^-1 X by Gauss-Jordan elimination with row exchange; A is destroyed. Returns false, with X undefined, when A is
 /// singular, that is when no pivot other than 0 is left or a value is not finite.
+template <int N, int M>
+[[nodiscard]] bool solveColumns(Matrix<N, N>& A, Matrix<N, M>& X) {
+  for (int i = 0; i < N; ++i) {
+    int best = i;
+    for (int k = i + 1; k < N; ++k)
+      if (std::abs(A(k, i)) > std::abs(A(best, i))) best = k;
+    const double pivot = A(best, i);
+    if (pivot == 0.0 || !std::isfinite(pivot)) return false;
+    if (best != i) {
+      for (int j = i; j < N; ++j) std::swap(A(i, j), A(best, j));
+      for (int j = 0; j < M; ++j) std::swap(X(i, j), X(best, j));
+    }
+    for (int j = i + 1; j < N; ++j) A(i, j) /= pivot;
+    for (int j = 0; j < M; ++j) X(i, j) /= pivot;
+    for (int k = 0; k < N; ++k) {
+      if (k == i) continue;
+      const double factor = A(k, i);
+      for (int j = i + 1; j < N; ++j) A(k, j) -= factor * A(i, j);
+      for (int j = 0; j < M; ++j) X(k, j) -= factor * X(i, j);
+    }
+  }
+  return true;
+}
+
+/// B = A^-1 by solveColumns. Returns false and leaves B as it stands when A is singular.
 template <int N>
 [[nodiscard]] bool INVMTX(const Matrix<N, N>& A, Matrix<N, N>& B) {
   Matrix<N, N> work = A;
   Matrix<N, N> inverse = Matrix<N, N>::identity();
-  for (int i = 0; i < N; ++i) {
-    int best = i;
-    for (int k = i + 1; k < N; ++k)
-      if (std::abs(work(k, i)) > std::abs(work(best, i))) best = k;
-    const double pivot = work(best, i);
-    if (pivot == 0.0 || !std::isfinite(pivot)) return false;
-    for (int j = 0; j < N; ++j) {
-      std::swap(work(i, j), work(best, j));
-      std::swap(inverse(i, j), inverse(best, j));
-    }
-    for (int j = 0; j < N; ++j) {
-      work(i, j) /= pivot;
-      inverse(i, j) /= pivot;
-    }
-    for (int k = 0; k < N; ++k) {
-      if (k == i) continue;
-      const double factor = work(k, i);
-      for (int j = 0; j < N; ++j) {
-        work(k, j) -= factor * work(i, j);
-        inverse(k, j) -= factor * inverse(i, j);
-      }
-    }
-  }
+  if (!solveColumns(work, inverse)) return false;
   B = inverse;
   return true;
 }
