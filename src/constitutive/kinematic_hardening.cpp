@@ -20,9 +20,9 @@ struct PlasticStrain {
 /// The root of x (b + Phi - k x) = t (Phi - k x) that leaves the stress above the surface: the law's equation times Hk,
 /// with b = m Hk^2 / (3 G). Phi: excess of the trial stress; k: by how much a unit of x lowers it.
 PlasticStrain solve(double Phi, double t, double b, double k) {
-  const double B = b + Phi + t * k;
-  const double root = std::sqrt(B * B - 4.0 * k * t * Phi);
-  const double x = 2.0 * t * Phi / (B + root);
+  const double lowering = t * k;
+  const double root = std::sqrt((Phi - lowering) * (Phi - lowering) + b * (b + 2.0 * (Phi + lowering)));
+  const double x = 2.0 * t * Phi / (b + Phi + lowering + root);
   return {x, (t - x) / root, (Phi - k * x) / root};
 }
 
