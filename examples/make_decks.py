@@ -151,7 +151,8 @@ def deck(name, block, materials, composites, steps, title, curves=(), large=0, p
     for number, layers in enumerate(composites, 1):
         lines.append(f"{number} {len(layers)}")
         for fraction, angle, mat in layers:
-            lines += [f"P {fraction:g} {angle:g} 0.0 0.0", f"1 {mat} 1.0"]
+            kind, card = ("P", f"1 {mat} 1.0") if isinstance(mat, int) else mat
+            lines += [f"{kind} {fraction:g} {angle:g} 0.0 0.0", card]
     lines += nodes
     for number, cards in enumerate(materials, 1):
         lines += [str(number) if card == "@" else card for card in cards]
@@ -164,6 +165,11 @@ def deck(name, block, materials, composites, steps, title, curves=(), large=0, p
     folder = home / name
     folder.mkdir(exist_ok=True)
     (folder / f"{name}.dts").write_text("\n".join(lines) + "\n")
+
+
+def fibre_ply(matrix, fibre, fibre_share):
+    """A serial-parallel layer of two materials, its fibres along x of the layer."""
+    return "SP", f"{matrix} {1 - fibre_share:g} {fibre} {fibre_share:g} 1 0 0 0 0 0"
 
 
 def clamped(block):

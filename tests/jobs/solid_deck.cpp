@@ -34,10 +34,11 @@ void writeComposites(std::ostream& out, const SolidDeck& deck) {
   for (const auto& composite : deck.composites) {
     out << ++number << ' ' << composite.size() << '\n';
     for (const LayerCards& layer : composite) {
-      out << "P " << layer.fraction << ' ' << layer.angles[0] << ' ' << layer.angles[1] << ' ' << layer.angles[2]
-          << '\n'
-          << layer.components.size();
+      out << layer.word << ' ' << layer.fraction << ' ' << layer.angles[0] << ' ' << layer.angles[1] << ' '
+          << layer.angles[2] << '\n';
+      if (layer.word == "P") out << layer.components.size();
       for (const auto& [material, fraction] : layer.components) out << ' ' << material << ' ' << fraction;
+      for (const int flag : layer.flags) out << ' ' << flag;
       out << '\n';
     }
   }

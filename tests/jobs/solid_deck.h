@@ -33,6 +33,8 @@ struct LayerCards {
   double fraction = 1.0;
   Vector3 angles{};
   std::vector<std::pair<int, double>> components{{1, 1.0}};
+  std::string word = "P";
+  std::vector<int> flags{};  ///< of a serial-parallel layer
 };
 
 struct ElementCard {
