@@ -1,6 +1,8 @@
 // The model's elements as solvers see them, and the vectors of an analysis.
 #include "analysis/analysis.h"
 
+#include "dynamics/element_matrices.h"
+
 namespace zema {
 
 namespace {
@@ -17,6 +19,17 @@ std::vector<FirstHolder> findFirstHolders(const Model& model) {
 }
 
 }  // namespace
+
+void ModelElements::form(int e, std::span<double> ESTIF) {
+  ESTIF = ESTIF.first(positions(e).size() * positions(e).size());
+  kernel_.RIGI(model_, e, ESTIF);
+  if (model_.loadStep.dynamic()) {
+    EQSTIF(model_, kernel_, e, ESTIF);
+  }
+  if (!model_.active(model_.mesh.element(e))) {
+    soften(ESTIF);
+  }
+}
 
 std::span<const double> ModelElements::load(int e, RightHandSide side) const {
   const std::span<const double> all =

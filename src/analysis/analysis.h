@@ -13,7 +13,8 @@
 
 namespace zema {
 
-/// The model's elements as the solvers pull them: the kernel's stiffness, the element loads of the model.
+/// The model's elements as the solvers pull them: the kernel's stiffness, effective in time when the load step is
+/// dynamic, negligible when the element is not active; the element loads of the model.
 class ModelElements final : public ElementSource {
  public:
   ModelElements(const Model& model, const Kernel& kernel) : model_(model), kernel_(kernel) {}
@@ -22,7 +23,7 @@ class ModelElements final : public ElementSource {
   [[nodiscard]] int largest() const override { return model_.vectors.NEVAB(); }
   [[nodiscard]] std::span<const int> positions(int e) const override { return model_.positions.of(e); }
   [[nodiscard]] std::span<const int> deckPositions(int e) const override { return model_.positions.inDeckOrder(e); }
-  void form(int e, std::span<double> ESTIF) override { kernel_.RIGI(model_, e, ESTIF); }
+  void form(int e, std::span<double> ESTIF) override;
   [[nodiscard]] std::span<const double> load(int e, RightHandSide side) const override;
 
  private:

@@ -13,6 +13,8 @@
 #include "analysis/residual.h"
 #include "analysis/solving.h"
 #include "analysis/update.h"
+#include "dynamics/element_matrices.h"
+#include "dynamics/inertia.h"
 #include "input/fixity_cards.h"
 #include "input/load_cards.h"
 #include "input/mesh_cards.h"
@@ -138,9 +140,6 @@ class Driver {
       LOADPS(job_, model_, analysis_.kernel);
       INPU3(job_, model_, analysis_.kernel);
     });
-    if (model_.loadStep.dynamic()) {
-      throw InputFault(job_.CFILE[1] + ": dynamic load steps are not in this build yet");
-    }
     if (model_.loop.ILOAD == 1 && job_.channels.isOpen(channel::frequencies)) {
       job_.channels[channel::frequencies].line(
           FreeLine(frequencyCard_.first, frequencyCard_.second, frequencyCard_.third, frequencyCard_.fourth));
@@ -158,6 +157,7 @@ class Driver {
     for (int e = 0; e < model_.mesh.NELEM(); ++e) {
       if (!model_.active(model_.mesh.element(e))) {
         std::ranges::copy(model_.vectors.TLOAD(e), model_.vectors.ELOAD(e, 1).begin());
+        std::ranges::fill(model_.vectors.ELOAD(e, 2), 0.0);
       }
     }
   }
@@ -243,9 +243,13 @@ class Driver {
     while (loop.KCONV != 0) {
       ++loop.IITER;
       ALGOR(analysis_);
+      startTimeStep();
       solve();
       timed(job_, job_.times.updating, [&] { UPDAT(analysis_); });
       timed(job_, job_.times.residual, [&] { RESIDU(analysis_); });
+      if (model_.loadStep.dynamic()) {
+        EQFOR1(model_, analysis_.kernel, job_.workers);
+      }
       timed(job_, job_.times.convergence, [&] { CONVER(analysis_); });
       endIteration();
       if (loop.IITER > model_.increment.MITER) {
@@ -253,6 +257,17 @@ class Driver {
       }
     }
     return Next::goOn;
+  }
+
+  /// In a dynamic load step: the effective load of a time step, and what is evaluated once for all time steps.
+  void startTimeStep() {
+    if (!model_.loadStep.dynamic() || model_.loop.IITER != 1) {
+      return;
+    }
+    if (model_.loop.INCRE == 1) {
+      keepDamping(model_, analysis_.kernel, job_.workers);
+    }
+    EQFOR0(model_, analysis_.kernel, job_.workers);
   }
 
   /// The correction for the out-of-balance forces.

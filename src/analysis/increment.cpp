@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "analysis/analysis.h"
+#include "dynamics/inertia.h"
 #include "foundation/single_precision.h"
 #include "input/increment_cards.h"
 #include "job/time_lines.h"
@@ -62,6 +63,9 @@ bool INCREM(Analysis& analysis) {
   if (model.loadStep.dynamic()) {
     model.increment.KARCL = 0;
     model.increment.DFACT = model.working.FACTD[static_cast<std::size_t>(model.loop.INCRE - 1)];
+    if (model.dynamics.KACEL == 1) {
+      FMASIC(model, analysis.kernel);
+    }
   }
   model.working.FACTO += model.increment.DFACT;
   echoIncrement(analysis.job, model);

@@ -99,7 +99,7 @@ void ConstitutiveBlock<N>::placeElements(const Model& model) {
       throw InputFault("an element asks for composite " + std::to_string(c + 1) + ", which has no card");
     const auto [place, isNew] = places.try_emplace({c, element.EAEULER}, static_cast<int>(global_.size()));
     ofElement_.push_back(place->second);
-    if (isNew) global_.push_back({c, Rotation<N>(element.EAEULER), {}});
+    if (isNew) global_.push_back({c, Rotation<N>(element.EAEULER), {}, {}});
   }
 }
 
@@ -133,6 +133,9 @@ void ConstitutiveBlock<N>::formTables(const Model& model, std::optional<double> 
     const ElasticRecord<N>& record = composite_[static_cast<std::size_t>(matrices.composite)];
     matrices.elastic = record.VDMANX;
     ROTM(matrices.elastic, matrices.axes, Direction::toGlobal);
+    matrices.viscous = record.VCVISC;
+    ROTM(matrices.viscous, matrices.axes, Direction::toGlobal);
+    matrices.isViscous = std::ranges::any_of(record.VCVISC.values, [](double value) { return value != 0.0; });
   }
 }
 

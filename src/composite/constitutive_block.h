@@ -65,6 +65,11 @@ class ConstitutiveBlock {
   [[nodiscard]] Matrix<3> gradientInRecordAxes(int e, int component, const Matrix<3>& F) const;
   /// Elastic matrix of an element's composite in global axes.
   [[nodiscard]] const Matrix<N>& elasticMatrix(int e) const { return inGlobal(e).elastic; }
+  /// Viscous matrix of an element's composite in global axes; nullptr when no material of it is viscous.
+  [[nodiscard]] const Matrix<N>* viscousMatrix(int e) const {
+    const GlobalMatrices& matrices = inGlobal(e);
+    return matrices.isViscous ? &matrices.viscous : nullptr;
+  }
 
   /// Density of composite c (number from 1), mass / length^3.
   [[nodiscard]] double DENSV(int c) const { return DENSV_[static_cast<std::size_t>(c - 1)]; }
@@ -84,6 +89,8 @@ class ConstitutiveBlock {
     int composite = 0;  ///< from 0
     Rotation<N> axes;   ///< element axes
     Matrix<N> elastic;
+    Matrix<N> viscous;
+    bool isViscous = false;
   };
 
   void placeElements(const Model& model);

@@ -20,6 +20,10 @@ struct DynamicData {
   /// Table by columns, row i from 0 for time step i + 1. Columns 1 and 2: total load factors of the mechanical and the
   /// thermal field, or base accelerations along x and y. Column 3: not 0 where results are written.
   std::array<std::vector<double>, 3> FLEC;
+  /// With KMASS 1: damping of the elements at the start of the load step, a square of NEVAB for each; Rayleigh damping,
+  /// and the matrix of viscous materials. Otherwise empty.
+  std::vector<double> keptDamping;
+  std::vector<double> keptViscosity;
 };
 
 }  // namespace zema

@@ -46,8 +46,8 @@ struct PointIndex {
   int k = 1;
 };
 
-/// A kernel: everything about one family of elements. Element numbers count from 0; RIGI and RESIDU are called
-/// for different elements from several threads at once.
+/// A kernel: everything about one family of elements. Element numbers count from 0; RIGI, the matrices in time
+/// and RESIDU are called for different elements from several threads at once.
 class Kernel {
  public:
   virtual ~Kernel() = default;
@@ -78,8 +78,14 @@ class Kernel {
   /// `IMPORTINFON1`: takes over what the laws need to know of the increment; called once per residual pass.
   virtual void IMPORTINFON1(const Model& model) = 0;
 
-  /// `RIGI`: tangent stiffness of an element, NEVAB x NEVAB by rows with NEVAB = NDOFN NNODE.
+  /// `RIGI`: tangent stiffness of an element, NEVAB x NEVAB by rows with NEVAB = NDOFN NNODE. An inactive element has
+  /// its full stiffness here.
   virtual void RIGI(const Model& model, int e, std::span<double> ESTIF) const = 0;
+  /// `MASMAT`: adds factor times the mass of an element to a matrix like that of RIGI: consistent with KLUMP 1,
+  /// otherwise lumped by row sums.
+  virtual void addMass(const Model& model, int e, double factor, std::span<double> matrix) const = 0;
+  /// `DMATRI`: adds factor times the viscous matrix of an element to a matrix like that of RIGI.
+  virtual void addViscosity(const Model& model, int e, double factor, std::span<double> matrix) const = 0;
   /// Volume of an element, length^3.
   [[nodiscard]] virtual double volume(const Model& model, int e) const = 0;
   /// `RESIDU`: updates the trial state of all points of an element and leaves the three columns of ELOAD.

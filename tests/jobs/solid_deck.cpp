@@ -110,8 +110,8 @@ void writeLoads(std::ostream& out, const SolidDeck& deck, const LoadStepCards& s
   for (const int active : step.activeSteps) out << ' ' << active;
   out << '\n'
       << step.KLOAD << ' ' << increments << ' ' << (step.pointLoads.empty() ? 0 : 1) << ' '
-      << (step.gravity == 0.0 ? 0 : 1) << ' ' << (step.faces.empty() ? 0 : 1) << " 0 0 0 0 0 " << step.temperature
-      << '\n';
+      << (step.gravity == 0.0 ? 0 : 1) << ' ' << (step.faces.empty() ? 0 : 1) << ' ' << step.IDINA << ' ' << step.KNEWM
+      << " 0 0 0 " << step.temperature << '\n';
   if (!step.pointLoads.empty()) {
     auto loads = step.pointLoads;
     loads.try_emplace(static_cast<int>(deck.nodes.size()), Vector3{});

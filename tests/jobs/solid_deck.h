@@ -72,6 +72,8 @@ struct Increment {
 struct LoadStepCards {
   std::vector<int> activeSteps{1};
   int KLOAD = 0;
+  int IDINA = 0;
+  int KNEWM = 1;
   std::map<int, Vector3> pointLoads;
   double gravity = 0.0;  ///< g along -z of the loaded steps
   std::vector<int> gravitySteps{1};

@@ -223,16 +223,11 @@ TEST_F(Solid3DTest, ElementSwitchedOnLateStartsFromZeroStrainAndRate) {
   EXPECT_NEAR(awake[3 * 1], 0.75, 1e-12);  // a quarter of the face's force at node 2
 }
 
-TEST_F(Solid3DTest, InactiveElementKeepsANegligibleStiffnessAndAReleasedDirectionNone) {
+TEST_F(Solid3DTest, AReleasedDirectionHasNoStiffness) {
   use(crookedNodes(), oneBrick);
   prepare();
   disturb(0.01);
   const std::vector<double> whole = RIGI();
-  const double largest = *std::ranges::max_element(whole);
-
-  model.loadStep.ACTIV = {0, 1};
-  const std::vector<double> soft = RIGI();
-  model.loadStep.ACTIV = {1, 1};
   model.mesh.elements[0].MATNO[1] = 1;
   model.fixities.IFLIB.assign(24, 0);
   model.fixities.IFLIB[7] = 1;  // direction y of node 3
@@ -240,7 +235,6 @@ TEST_F(Solid3DTest, InactiveElementKeepsANegligibleStiffnessAndAReleasedDirectio
   const std::vector<double> force = internalForce();
 
   for (std::size_t k = 0; k < whole.size(); ++k) {
-    EXPECT_NEAR(soft[k], largest * 1.0000000031710769e-29 * whole[k], 1e-15 * std::abs(soft[k]));
     EXPECT_EQ(released[k], k / 24 == 7 || k % 24 == 7 ? 0.0 : whole[k]);
   }
   for (std::size_t k = 0; k < 24; ++k) EXPECT_EQ(force[k] == 0.0, k == 7);

@@ -51,6 +51,8 @@ class FakeKernel : public Kernel {
   void CALCIN(const Model&, double) override {}
   void IMPORTINFON1(const Model&) override {}
   void RIGI(const Model&, int, std::span<double>) const override {}
+  void addMass(const Model&, int, double, std::span<double>) const override {}
+  void addViscosity(const Model&, int, double, std::span<double>) const override {}
   [[nodiscard]] double volume(const Model&, int) const override { return 0.0; }
   EnergySums RESIDU(Model&, int) const override { return {}; }
   void CAUCHY(const Model&, int, PointIndex, int, std::span<double>) const override {}

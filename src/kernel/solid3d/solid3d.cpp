@@ -122,6 +122,18 @@ class Solid3D final : public Kernel {
     withElement(model, e, [&](const auto& element) { solid3d::RIGI(element, ESTIF); });
   }
 
+  void addMass(const Model& model, int e, double factor, std::span<double> matrix) const override {
+    constexpr int consistent = 1;
+    const double density = density_[at(model.mesh.element(e).MATNO[0] - 1)];
+    withElement(model, e, [&](const auto& element) {
+      solid3d::addMass(element, density, model.dynamics.KLUMP == consistent, factor, matrix);
+    });
+  }
+
+  void addViscosity(const Model& model, int e, double factor, std::span<double> matrix) const override {
+    withElement(model, e, [&](const auto& element) { solid3d::addViscosity(element, factor, matrix); });
+  }
+
   [[nodiscard]] double volume(const Model& model, int e) const override {
     return withElement(model, e, [](const auto& element) { return solid3d::volume(element); });
   }
@@ -141,6 +153,7 @@ class Solid3D final : public Kernel {
   std::vector<ElementKind> kinds_;
   std::vector<int> kindOf_;        // by element
   std::vector<double> thickness_;  // property 3 of the composites, by number from 0
+  std::vector<double> density_;    // property 4
   std::optional<ConstitutiveBlock<6>> block_;
 };
 
@@ -171,9 +184,11 @@ void Solid3D::prepare(Model& model) {
     components.push_back(model.composites(element.MATNO[0]).NUMAT);
   }
   model.points = PointStore(solidProfile.NSTR1, places, components);
-  for (const Composite& composite : model.composites.all)
-    thickness_.push_back(
-        PROCOM_V(composite, slot::thickness, [&](int m, int place) { return model.materials(m)(place); }));
+  const auto property = [&](int m, int place) { return model.materials(m)(place); };
+  for (const Composite& composite : model.composites.all) {
+    thickness_.push_back(PROCOM_V(composite, slot::thickness, property));
+    density_.push_back(PROCOM_V(composite, slot::density, property));
+  }
   block_->ZERO(model);
 }
 

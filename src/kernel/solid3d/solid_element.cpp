@@ -8,16 +8,12 @@
 #include "element/internal_force.h"
 #include "element/jacobian.h"
 #include "element/strain_measures.h"
-#include "foundation/single_precision.h"
 
 namespace zema::solid3d {
 
 namespace {
 
 using Kin = Kinematics<3>;
-
-/// Factor of the stiffness that an inactive element keeps.
-constexpr double softness = single(1.0e-29F);
 
 constexpr std::size_t at(int i) {
   return static_cast<std::size_t>(i);
@@ -76,6 +72,15 @@ void forEachReleased(const SolidElement<NNODE>& element, const F& f) {
   }
 }
 
+/// Clears rows and columns of the released directions.
+template <int NNODE>
+void clearReleased(const SolidElement<NNODE>& element, std::span<double> matrix) {
+  constexpr std::size_t NEVAB = at(3 * NNODE);
+  forEachReleased(element, [matrix](std::size_t k) {
+    for (std::size_t l = 0; l < NEVAB; ++l) matrix[k * NEVAB + l] = matrix[l * NEVAB + k] = 0.0;
+  });
+}
+
 template <int NNODE>
 void writeForces(const SolidElement<NNODE>& element, const NodalForces<Kin, NNODE>& forces, std::span<double> ELOAD) {
   for (int a = 0; a < NNODE; ++a)
@@ -98,10 +103,11 @@ ResidualPoint strainAt(const Model& model, bool active, int e, int point, const 
   const std::span<const double> record = model.points.mechanical(StateSlot::committed, e, point, 0);
   const PointStrain<6> strain = DEFO(strainOf<6>(FGRAD, measure), Strain<6>::from(record, places.STRAT()),
                                      Strain<6>::from(record, places.STRFAS()), active);
-  PointStrain<6> rate{.STRAN = {}, .STRAT = {}, .STRFAS = Strain<6>::from(record, places.VSTRFAS())};
+  PointStrain<6> rate{.STRAN = {},
+                      .STRAT = Strain<6>::from(record, places.VSTRAT()),  // a static step keeps it
+                      .STRFAS = Strain<6>::from(record, places.VSTRFAS())};
   if (velocityGradient != nullptr)
-    rate = DEFO(strainRate<6>(FGRAD, *velocityGradient, measure), Strain<6>::from(record, places.VSTRAT()), rate.STRFAS,
-                active);
+    rate = DEFO(strainRate<6>(FGRAD, *velocityGradient, measure), rate.STRAT, rate.STRFAS, active);
   ResidualPoint here;
   here.update.e = e;
   here.update.point = point;
@@ -170,16 +176,49 @@ void RIGI(const SolidElement<NNODE>& element, std::span<double> ESTIF) {
       sum.add(CARTD, DMATX, dV);
     }
   }
-  constexpr std::size_t NEVAB = at(3 * NNODE);
-  ESTIF = ESTIF.first(NEVAB * NEVAB);
   sum.writeTo(ESTIF);
-  forEachReleased(element, [ESTIF](std::size_t k) {
-    for (std::size_t l = 0; l < NEVAB; ++l) ESTIF[k * NEVAB + l] = ESTIF[l * NEVAB + k] = 0.0;
-  });
-  if (!model.active(element.data())) {
-    const double soft = *std::max_element(ESTIF.begin(), ESTIF.end()) * softness;
-    for (double& value : ESTIF) value *= soft;
+  clearReleased(element, ESTIF);
+}
+
+template <int NNODE>
+void addMass(const SolidElement<NNODE>& element, double density, bool consistent, double factor,
+             std::span<double> matrix) {
+  const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
+  Matrix<NNODE> mass;
+  for (const ReferencePoint<3, NNODE>& point : element.points) {
+    Matrix<3, NNODE> CARTD;
+    const double w = JACOB(point.shape.DERIV, ELCOD, element.e + 1, CARTD) * point.weight * density;
+    for (int a = 0; a < NNODE; ++a)
+      for (int b = 0; b < NNODE; ++b)
+        mass(a, consistent ? b : a) += w * point.shape.SHAPEN[at(a)] * point.shape.SHAPEN[at(b)];
   }
+  for (int a = 0; a < NNODE; ++a)
+    for (int b = 0; b < NNODE; ++b)
+      for (int d = 0; d < 3; ++d) matrix[at((3 * a + d) * 3 * NNODE + 3 * b + d)] += factor * mass(a, b);
+}
+
+template <int NNODE>
+void addViscosity(const SolidElement<NNODE>& element, double factor, std::span<double> matrix) {
+  const Matrix<6>* const CVISC = element.block.viscousMatrix(element.e);
+  if (CVISC == nullptr) return;
+  const Model& model = element.model;
+  const bool finite = measureOf(model) == StrainMeasure::finite;
+  const NodalVectors<NNODE> ELCOD = referenceCoordinates(element);
+  const NodalVectors<NNODE> ELDIS = displacementsOrPositions(element, ELCOD);
+  StiffnessSum<Kin, NNODE> sum;
+  for (const ReferencePoint<3, NNODE>& point : element.points) {
+    Matrix<3, NNODE> CARTD;
+    const double dV = JACOB(point.shape.DERIV, ELCOD, element.e + 1, CARTD) * point.weight;
+    if (finite) {
+      sum.add(CARTD, *CVISC, GRADEF(ELDIS, CARTD), Stress<6>{}, dV);
+    } else {
+      sum.add(CARTD, *CVISC, dV);
+    }
+  }
+  std::array<double, at(9 * NNODE * NNODE)> EDAMP{};
+  sum.writeTo(EDAMP);
+  clearReleased(element, std::span(EDAMP));
+  for (std::size_t i = 0; i < EDAMP.size(); ++i) matrix[i] += factor * EDAMP[i];
 }
 
 template <int NNODE>
@@ -226,6 +265,10 @@ template Matrix<3> gradientAt(const SolidElement<4>&, std::size_t);
 template Matrix<3> gradientAt(const SolidElement<8>&, std::size_t);
 template void RIGI(const SolidElement<4>&, std::span<double>);
 template void RIGI(const SolidElement<8>&, std::span<double>);
+template void addMass(const SolidElement<4>&, double, bool, double, std::span<double>);
+template void addMass(const SolidElement<8>&, double, bool, double, std::span<double>);
+template void addViscosity(const SolidElement<4>&, double, std::span<double>);
+template void addViscosity(const SolidElement<8>&, double, std::span<double>);
 template EnergySums RESIDU(const SolidElement<4>&, double, Model&);
 template EnergySums RESIDU(const SolidElement<8>&, double, Model&);
 

@@ -35,9 +35,19 @@ void addBodyForce(const SolidElement<NNODE>& element, std::span<const double> fo
 template <int NNODE>
 [[nodiscard]] Matrix<3> gradientAt(const SolidElement<NNODE>& element, std::size_t point);
 
-/// `RIGI`: tangent stiffness, NEVAB x NEVAB by rows. An inactive element keeps a negligible part of it.
+/// `RIGI`: tangent stiffness, NEVAB x NEVAB by rows.
 template <int NNODE>
 void RIGI(const SolidElement<NNODE>& element, std::span<double> ESTIF);
+
+/// `MASMAT`: adds factor times the mass to a matrix like that of RIGI. density: mass / length^3; consistent: false for
+/// a diagonal of row sums.
+template <int NNODE>
+void addMass(const SolidElement<NNODE>& element, double density, bool consistent, double factor,
+             std::span<double> matrix);
+
+/// `DMATRI`: adds factor times the viscous matrix to a matrix like that of RIGI.
+template <int NNODE>
+void addViscosity(const SolidElement<NNODE>& element, double factor, std::span<double> matrix);
 
 /// `RESIDU`: internal forces and elastic prediction (columns 1 to 3 of ELOAD) from the stored displacements, and the
 /// trial state of all points. The volume of a point is multiplied by `thickness` when that is not 0.
