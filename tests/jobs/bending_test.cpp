@@ -257,6 +257,17 @@ TEST(ReferenceProblem, LinearCantilever) {
   expectAgreement("r3_hex_beam_linear", solve(folder, referenceProblem("r3_hex_beam_linear", 1).text()));
 }
 
+TEST(ReferenceProblem, CantileverOfAHardeningMetal) {
+  SolidDeck deck = referenceProblem("r5_hex_beam_j2", 5);
+  deck.materials[0].codes = {2, 2, 8, 2, 3, 2};
+  // yield stress 250 + 1000 kappa; the card gives the slope over strain, which reading turns into the plastic one
+  const double slope = 1000.0 / (1.0 + 1000.0 / 200000.0);
+  deck.materials[0].slots = {{7, 250.0}, {8, 1}, {9, 1.0}, {10, 1.0}, {11, slope}, {12, 1}};
+  deck.steps[0].increments[0].tolerance = 1e-9;
+  const JobFolder folder;
+  expectAgreement("r5_hex_beam_j2", solve(folder, deck.text()));
+}
+
 TEST(ReferenceProblem, LargeDeflectionOfACantileverWithReportedCauchyStress) {
   SolidDeck deck = referenceProblem("r7_hex_beam_large", 5);
   deck.LARGE = 1;
