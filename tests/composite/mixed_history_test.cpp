@@ -1,0 +1,178 @@
+// Mixed layers of components that are not elastic, through random histories.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+#include "composite/point_model.h"
+#include "constitutive/sample_materials.h"
+#include "foundation/distance.h"
+
+namespace zema {
+namespace {
+
+/// A material of a law; E sets its strengths too: first yield or damage in compression comes at a strain of 0.01.
+Material sampleOf(Law law, double E) {
+  Material material = isotropicMaterial(E, 0.3);
+  const double f = 0.01 * E;
+  material.NTINT = law;
+  material.NFLUG = Flow::variable;
+  material.NHARD = HardeningVariable::strain;
+  material.NMATX = TangentChoice::algorithmic;
+  for (const int place : {slot::yieldStress, slot::damageStress}) material(place) = f;
+  for (const int place : {8, 9, 10, 12, 14, 20, 26, 31}) material(place) = 1.0;
+  for (const int place : {11, 17}) material(place) = 0.01 * E;
+  for (const int place : {13, 19, 54}) material(place) = 0.1 * f;
+  material(slot::parallelSpring) = 0.4 * E;
+  material(slot::relaxationTime) = 10.0;
+  return material;
+}
+
+/// One element of each composite, updated along histories of strain.
+template <int N>
+struct History {
+  History(const std::vector<Material>& materials, const std::vector<Composite>& composites)
+      : model(pointModel<N>(materials, composites, elements(composites.size()))), block(model) {
+    model.increment.TOLER = 1.0e-6;
+    model.increment.DTIME = 1.0;
+    for (ElementData& element : model.mesh.elements) element.FRACL = 1.0;
+    block.ZERO(model);
+    block.IMPORTINFON1(model);
+  }
+  static std::vector<std::pair<int, std::array<double, 3>>> elements(std::size_t count) {
+    std::vector<std::pair<int, std::array<double, 3>>> all;
+    for (std::size_t c = 1; c <= count; ++c) all.push_back({static_cast<int>(c), {}});
+    return all;
+  }
+  Stress<N> stress(int e, const Strain<N>& strain) {
+    const auto before = Strain<N>::from(std::as_const(model.points).mechanical(StateSlot::committed, e, 0, 0), N);
+    return block.RESI2D(model, {.e = e, .STRAT = strain, .STRAN = strain - before, .VSTRAT = {}, .dV = 0.125}).STRSG;
+  }
+  std::span<double> state(int e) { return model.points.internal(StateSlot::trial, e, 0, 0); }
+  Matrix<N> tangent(int e) { return OBCTAN<N>(state(e), {}); }
+  Matrix<N> difference(int e, const Strain<N>& strain, double h) {
+    Matrix<N> D;
+    for (int j = 0; j < N; ++j) {
+      Strain<N> above = strain, below = strain;
+      above[j] += h;
+      below[j] -= h;
+      const Stress<N> change = stress(e, above) - stress(e, below);
+      for (int i = 0; i < N; ++i) D(i, j) = change[i] / (2.0 * h);
+    }
+    return D;
+  }
+
+  Model model;
+  ConstitutiveBlock<N> block;
+};
+
+/// Strains that wander, and turn back from time to time.
+template <int N>
+class Wanderer {
+ public:
+  Strain<N> next() {
+    std::uniform_real_distribution<double> part(-0.004, 0.004);
+    for (double& value : strain_.values) value += part(numbers_);
+    if (++steps_ % 8 == 0) strain_ *= 0.4;
+    return strain_;
+  }
+
+ private:
+  std::mt19937 numbers_{7};
+  Strain<N> strain_;
+  int steps_ = 0;
+};
+
+const std::vector<Law> laws{Law::elastic, Law::backwardEuler, Law::viscoelastic};
+
+/// The viscous laws keep the elastic matrix as their tangent.
+bool derives(Law law) {
+  return law != Law::viscoelastic && law != Law::viscoDamage;
+}
+
+template <int N>
+std::vector<int> fibreAlongX() {
+  std::vector<int> flags(N, 0);
+  flags[0] = 1;
+  return flags;
+}
+
+template <int N>
+void checkPair(Law ofMatrix, Law ofFibre) {
+  SCOPED_TRACE(testing::Message() << "laws " << static_cast<int>(ofMatrix) << " and " << static_cast<int>(ofFibre));
+  Composite turned = serialParallel(1, 2, 0.4, fibreAlongX<N>());
+  turned.layers[0].LAEULER = {30.0, 0.0, 0.0};
+  Material fibre = sampleOf(ofFibre, 40.0e3);
+  fibre(slot::fibreRadius) = 1.0;
+  fibre(slot::fibreLength) = 50.0;
+  History<N> history({sampleOf(ofMatrix, 3.0e3), fibre}, {turned, shortFibre(1, 2, 0.5, 0.2, 0.3)});
+  Wanderer<N> wanderer;
+  for (int step = 0; step < 24; ++step) {
+    const Strain<N> strain = wanderer.next();
+    for (const int e : {0, 1}) {
+      for (const double value : history.stress(e, strain).values) EXPECT_TRUE(std::isfinite(value));
+      for (const double value : history.state(e)) EXPECT_TRUE(std::isfinite(value));
+      if (history.state(e)[internal::elasticFlag] == 0.0 && derives(ofMatrix) && derives(ofFibre)) {
+        const Matrix<N> C = history.tangent(e);
+        EXPECT_LT(distance(C, history.difference(e, strain, 1.0e-8)), 1.0e-6 * history.block.elasticMatrix(e)(0, 0));
+      }
+      (void)history.stress(e, strain);
+    }
+    history.model.points.commit();
+  }
+}
+
+TEST(MixedHistory, AllPairsOfLawsStayFiniteWithTangentsThatAreDerivatives) {
+  for (const Law ofMatrix : laws) {
+    for (const Law ofFibre : laws) {
+      checkPair<6>(ofMatrix, ofFibre);
+      checkPair<4>(ofMatrix, ofFibre);
+    }
+  }
+}
+
+template <int N>
+void checkReductions(Law law) {
+  SCOPED_TRACE(testing::Message() << "law " << static_cast<int>(law) << ", components " << N);
+  const std::array<double, 3> angles = N == 6 ? std::array{25.0, 40.0, -70.0} : std::array{25.0, 0.0, 0.0};
+  const auto twin = serialParallel(1, 2, 0.4, fibreAlongX<N>());
+  Composite turned = twin, parallel = plainComposite(1);
+  turned.layers[0].LAEULER = angles;
+  parallel.layers[0].components = {{1, 0.4, 1}, {2, 0.6, 2}};
+  parallel.NUMAT = 3;
+  Material fibre = orthotropicMaterial();  // with axes of its own
+  fibre(slot::angleAboutY) = 20.0;
+  const Material matrix = sampleOf(law, 50.0);
+  History<N> history({matrix, fibre}, {plainComposite(1), serialParallel(1, 1, 0.3, fibreAlongX<N>()), parallel,
+                                       serialParallel(1, 2, 0.4, std::vector<int>(N, 1)), twin, turned});
+  const Rotation<N> axes(angles);
+  Wanderer<N> wanderer;
+  for (int step = 0; step < 24; ++step) {
+    const Strain<N> strain = wanderer.next();
+    Strain<N> local = strain;
+    ROTV(local, axes, Direction::toLocal);
+    const Stress<N> plain = history.stress(0, strain), shared = history.stress(2, strain);
+    Stress<N> ofTwin = history.stress(4, local);
+    ROTV(ofTwin, axes, Direction::toGlobal);
+
+    EXPECT_LT(distance(history.stress(1, strain), plain), 1.0e-12);   // equal components
+    EXPECT_LT(distance(history.stress(3, strain), shared), 1.0e-12);  // all strains parallel
+    EXPECT_LT(distance(history.stress(5, strain), ofTwin), 1.0e-10);
+    Matrix<N> C = history.tangent(4);
+    ROTM(C, axes, Direction::toGlobal);
+    EXPECT_LT(distance(history.tangent(1), history.tangent(0)), 1.0e-10);
+    EXPECT_LT(distance(history.tangent(3), history.tangent(2)), 1.0e-10);
+    EXPECT_LT(distance(history.tangent(5), C), 1.0e-8);
+    history.model.points.commit();
+  }
+}
+
+TEST(MixedHistory, EqualComponentsParallelFlagsAndTurnedAxes) {
+  for (const Law law : laws) {
+    checkReductions<6>(law);
+    checkReductions<4>(law);
+  }
+}
+
+}  // namespace
+}  // namespace zema
