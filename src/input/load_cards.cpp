@@ -48,7 +48,8 @@ void readStepCard(CardReader& cards, Model& model) {
   LoadStep& step = model.loadStep;
   cards.begin("load step");
   cards.read("KLOAD", step.KLOAD);
-  step.NINCR = readCount(cards, "NINCR");
+  step.NINCR = cards.integer("NINCR");  // repeated increment cards: the length of the deck sets no limit
+  if (step.NINCR < 0) cards.fault("NINCR", step.NINCR, "a count of 0 or more");
   cards.read("IPLOD", step.IPLOD);
   cards.read("IGRAV", step.IGRAV);
   cards.read("IEDGE", step.IEDGE);
