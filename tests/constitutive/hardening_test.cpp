@@ -6,7 +6,9 @@
 #include <cmath>
 #include <functional>
 
+#include "constitutive/backward_euler.h"
 #include "constitutive/hardening_curves.h"
+#include "constitutive/law_samples.h"
 #include "constitutive/sample_materials.h"
 #include "foundation/errors.h"
 
@@ -92,6 +94,52 @@ TEST(Hardening, EveryCurveDissipatesTheFractureEnergyAndKnowsItsSlope) {
       }
       EXPECT_NEAR(energy / g, 1.0, 0.01) << name << " sign " << sign;
     }
+  }
+}
+
+/// Uniaxial stress of law 8 after a plastic strain, reached in equal steps from the elastic limit on.
+double stressOfReturn(HardeningVariable variable, int code, double plastic, double target, int steps) {
+  Material material = isotropicMaterial(30.0e3, 0.0);
+  material.NCRIP = Criterion::damagePlaneStress;  // flow along x alone
+  material.NHARD = variable;
+  material.NTINT = Law::backwardEuler;
+  const Slots slots = with(code, {{slot::yieldStress, f},
+                                  {slot::yieldRatio, 1.0},
+                                  {slot::frictionAngle, 0.0},
+                                  {slot::tensionFractureEnergy, 1.0e-3},
+                                  {slot::compressionFractureEnergy, 1.0e-3}});
+  for (const auto& [place, value] : slots) material(place) = value;
+  SamplePoint<6> point(material, ECUAD<6>);
+  point.geometry.FRACL = 1.0;
+  point.pass.TOLER = 1.0e-6;
+  const double E = 30.0e3, limit = f / E, end = plastic + target / E;
+  double stress = 0.0;
+  for (int i = 0; i <= steps; ++i) {
+    stress = point.update(Strain<6>{{limit + (end - limit) * i / steps}}).stress[0];
+    point.commit();
+  }
+  return stress;
+}
+
+TEST(Hardening, ReturnFollowsTheCurvesInTheLimitOfSmallSteps) {
+  struct Case {
+    HardeningVariable variable;
+    int code;
+    double plastic, stress, tolerance;
+  };
+  const std::vector<Case> cases{{work, 2, 1.0e-4, 2.222455, 2e-5},
+                                {work, 2, 2.0e-4, 1.646435, 2e-5},
+                                {work, 2, 4.0e-4, 0.903583, 2e-5},
+                                {work, 1, 1.0e-4, 2.55, 2e-5},
+                                {work, 1, 2.0e-4, 2.1, 2e-5},
+                                {work, 1, 4.0e-4, 1.2, 2e-5},
+                                {strain, 2, 1.0e-4, 2.222455, 1e-6},
+                                {strain, 2, 4.0e-4, 0.903583, 1e-6},
+                                {equivalentStrain, 2, 2.0e-4, 1.646435, 1e-6}};
+  for (const Case& c : cases) {
+    const double coarse = stressOfReturn(c.variable, c.code, c.plastic, c.stress, 200);
+    const double fine = stressOfReturn(c.variable, c.code, c.plastic, c.stress, 400);
+    EXPECT_NEAR(2.0 * fine - coarse, c.stress, c.tolerance) << c.code << ' ' << c.plastic;  // error of first order
   }
 }
 

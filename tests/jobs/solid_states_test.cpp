@@ -199,14 +199,19 @@ TEST(ConstructionStages, AnElementThatIsSwitchedOffLeavesTheSolutionToTheOthers)
 
 // ---- modulus that falls with the temperature ----
 
-TEST(Temperature, ModulusFollowsItsCurveFromLoadStepToLoadStep) {
+TEST(Temperature, ModulusAndYieldStressFollowTheirCurvesFromLoadStepToLoadStep) {
   const std::array<double, 4> temperatures = {20, 70, 120, 170};
   const std::array<double, 4> modulus = {1000, 750, 500, 250};  // the last one by extrapolation
-  for (const bool held : {false, true}) {
+  for (const std::string kind : {"loaded", "held", "yielding"}) {
+    const bool held = kind != "loaded", yields = kind == "yielding";
     MaterialCards material = MaterialCards::isotropic(1000.0, 0.3);
     material.referenceTemperature = 20.0;
-    material.youngCurve = {{20, 1000}, {120, 500}};
-    SolidDeck deck = symmetricCube(material, held ? 1e-3 : 0.0);
+    (yields ? material.yieldCurve : material.youngCurve) = {{20, 1000}, {120, 500}};
+    if (yields) {  // no hardening: a given slope of 0
+      material.codes = {2, 2, 8, 2, 3, 2};
+      material.slots = {{7, 1000}, {8, 1}, {9, 1}, {10, 1}, {12, 1}};
+    }
+    SolidDeck deck = symmetricCube(material, yields ? 2.0 : held ? 1e-3 : 0.0);
     if (!held) {
       for (const int n : {2, 4, 6, 8}) deck.steps[0].pointLoads[n] = {0.25, 0, 0};
     }
@@ -224,9 +229,9 @@ TEST(Temperature, ModulusFollowsItsCurveFromLoadStepToLoadStep) {
 
     for (int i = 0; i < 4; ++i) {
       const double E = modulus[static_cast<std::size_t>(i)];
-      SCOPED_TRACE(testing::Message() << (held ? "held" : "loaded") << " at step " << i + 1);
+      SCOPED_TRACE(testing::Message() << kind << " at step " << i + 1);
       if (held) {
-        EXPECT_NEAR(block(results, "STRESSES", i).rows[0][0], E * 1e-3, 1e-9);
+        EXPECT_NEAR(block(results, "STRESSES", i).rows[0][0] / E, yields ? 1.0 : 1e-3, 1e-9);
       } else {
         EXPECT_NEAR(atNode(block(results, "DISPLACEMENTS", i), 2)[0], 1.0 / E, 1e-11);
       }
