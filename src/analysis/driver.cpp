@@ -205,16 +205,20 @@ class Driver {
     return Next::goOn;
   }
 
-  /// Equation numbers and band live as long as the load step, which alone may change the supports.
+  /// Equation numbers and band live as long as the load step, which alone may change the supports. The frontal and the
+  /// sparse solver need no band.
   void numberEquations() {
     if (model_.loop.INCRE != 1) {
       return;
     }
     PERMUT(analysis_.equations, model_.working.IFFIX);
     notifyOfLooseNodes();
+    const auto code = static_cast<SolverCode>(model_.control.NSOLV);
+    if (code == SolverCode::frontal || code == SolverCode::sparse) {
+      return;
+    }
     EVALMBANDA(analysis_.elements, analysis_.equations);
-    CALC_NBA(analysis_.elements, analysis_.equations,
-             {static_cast<SolverCode>(model_.control.NSOLV), model_.control.KRENU == 1}, job_.listing());
+    CALC_NBA(analysis_.elements, analysis_.equations, {code, model_.control.KRENU == 1}, job_.listing());
   }
 
   /// A free degree of freedom that no element holds makes the system singular; its node is worth naming.

@@ -6,13 +6,13 @@
 #include "analysis/analysis.h"
 #include "foundation/errors.h"
 #include "job/job.h"
+#include "solver/frontal_solver.h"
+#include "solver/gmres.h"
 #include "solver/sparse_factors.h"
 #include "solver/sparse_solver.h"
 
 namespace zema {
 namespace {
-
-constexpr double largestResidual = 1e-8;  // of linear equations that count as solved
 
 void addTimes(PhaseTimes& total, const SolverTimes& solve) {
   total.stiffness += solve.stiffness;
@@ -29,7 +29,7 @@ void report(Job& job, const SolveReport& report) {
     return;
   }
   job.log().write(line, *report.residual, report.note);
-  if (*report.residual <= largestResidual) return;
+  if (*report.residual <= report.largestGood) return;
   const std::string warning = "the linear equations are not solved well: relative residual " +
                               FreeLine(*report.residual).text() +
                               "; the matrix is nearly singular, or not of the kind" + " that the solver is made for";
@@ -37,9 +37,15 @@ void report(Job& job, const SolveReport& report) {
   job.log().line(" ---> " + warning);
 }
 
+/// The name of the deck without its extension.
+std::string stemOf(const Job& job) {
+  const std::string& deck = job.CFILE[1];
+  return deck.substr(0, deck.rfind('.'));
+}
+
 }  // namespace
 
-std::unique_ptr<Solver> makeSolver(const Job& job) {
+std::unique_ptr<Solver> makeSolver(Job& job) {
   const ControlRecord& control = job.KCONT;
   switch (const auto code = static_cast<SolverCode>(control.NSOLV)) {
     case SolverCode::bandLU:
@@ -53,9 +59,9 @@ std::unique_ptr<Solver> makeSolver(const Job& job) {
                          "libraries MUMPS and METIS (Debian packages libmumps-seq-dev and libmetis-dev)");
       return makeSparseSolver();
     case SolverCode::frontal:
+      return makeFrontalSolver(control.ISIME == 0 ? FrontForm::symmetric : FrontForm::unsymmetric, stemOf(job));
     case SolverCode::gmres:
-      throw InputFault(job.CFILE[1] + ": the equation solver NSOLV = " + std::to_string(control.NSOLV) +
-                       " is not in this build yet");
+      return makeGmresSolver({control.NKRYLO, control.NITER, control.NGPRI}, job.listing(), job.log());
   }
   return nullptr;
 }
@@ -63,6 +69,7 @@ std::unique_ptr<Solver> makeSolver(const Job& job) {
 void SOLVER(Analysis& analysis, RightHandSide side, bool newMatrix) {
   if (!analysis.solver) return;
   SolverTimes times;
+  analysis.equations.TOLER = analysis.model.increment.TOLER;
   const SolveReport solved =
       analysis.solver->solve(analysis.elements, analysis.equations, side, newMatrix, analysis.job.workers, times);
   addTimes(analysis.job.times, times);

@@ -128,6 +128,9 @@ void readGmresCard(Job& job) {
   ControlRecord& control = job.KCONT;
   deck.begin("GMRES");
   deck.read("NKRYLO", control.NKRYLO);
+  if (control.NKRYLO < 1) {
+    deck.fault("NKRYLO", control.NKRYLO, "a dimension from 1");
+  }
   deck.read("NITER", control.NITER);
   deck.read("GMTOL", control.GMTOL);
   deck.read("NGPRI", control.NGPRI);

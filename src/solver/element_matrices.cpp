@@ -20,17 +20,17 @@ std::size_t index(int i) {
 class Shares {
  public:
   Shares(ElementSource& source, const ElementMatrices& kept, const EquationSystem& system, RightHandSide side)
-      : source_(source), kept_(kept), system_(system), prescribed_(system.prescribed(side)), side_(side) {
+      : source_(source), kept_(kept), system_(system), prescribed_(system.result(side)), side_(side) {
     first_.push_back(0);
     for (int e = 0; e < source.elements(); ++e) first_.push_back(first_.back() + source.positions(e).size());
     right_.resize(first_.back());
     left_.resize(first_.back());
   }
 
-  void find(bool newMatrix, WorkerPool& pool) {
+  void find(bool pullsByKept, WorkerPool& pool) {
     pool.forEachBlock(source_.elements(), elementsAtATime, [&](int first, int last, int /*worker*/) {
       std::vector<double> ESTIF;
-      for (int e = first; e < last; ++e) find(e, newMatrix, ESTIF);
+      for (int e = first; e < last; ++e) find(e, pullsByKept, ESTIF);
     });
   }
 
@@ -51,12 +51,12 @@ class Shares {
   }
 
  private:
-  void find(int e, bool newMatrix, std::vector<double>& ESTIF) {
+  void find(int e, bool pullsByKept, std::vector<double>& ESTIF) {
     const std::span<const int> positions = source_.positions(e);
     const auto pulls = [this](int p) { return system_.IPERM[index(p)] == 0 && prescribed_[index(p)] != 0.0; };
     std::span<const double> pulling = kept_.of(e);
     const bool pulled = std::ranges::any_of(positions, pulls);
-    if (pulled && !newMatrix) {
+    if (pulled && !pullsByKept) {
       ESTIF.resize(pulling.size());
       source_.form(e, ESTIF);
       pulling = ESTIF;
@@ -80,7 +80,7 @@ class Shares {
   ElementSource& source_;
   const ElementMatrices& kept_;
   const EquationSystem& system_;
-  const std::vector<double>& prescribed_;
+  const std::vector<double>& prescribed_;  // the result: a solver may have put reactions where it was prescribed
   RightHandSide side_;
   std::vector<std::size_t> first_;  // first place of each element, and the end
   std::vector<double> right_;       // element loads less matrices times prescribed values
@@ -121,9 +121,9 @@ void KeepingSource::form(int e, std::span<double> ESTIF) {
 }
 
 double relativeResidual(ElementSource& source, const ElementMatrices& kept, const EquationSystem& system,
-                        RightHandSide side, bool newMatrix, WorkerPool& pool) {
+                        RightHandSide side, bool pullsByKept, WorkerPool& pool) {
   Shares shares(source, kept, system, side);
-  shares.find(newMatrix, pool);
+  shares.find(pullsByKept, pool);
   return shares.ratio();
 }
 

@@ -56,9 +56,9 @@ class KeepingSource final : public ElementSource {
 [[nodiscard]] double ratioOfNorms(std::span<const double> rest, std::span<const double> b);
 
 /// ||b - K x|| / ||b|| over the free equations (see ratioOfNorms). x: the solution in ELOADG. K: the
-/// kept matrices. b: the loads less the matrices times the prescribed values; with newMatrix false these matrices
+/// kept matrices. b: the loads less the matrices times the prescribed values; with pullsByKept false these matrices
 /// are formed anew, as the solve did. Does not depend on the number of threads.
 [[nodiscard]] double relativeResidual(ElementSource& source, const ElementMatrices& kept, const EquationSystem& system,
-                                      RightHandSide side, bool newMatrix, WorkerPool& pool);
+                                      RightHandSide side, bool pullsByKept, WorkerPool& pool);
 
 }  // namespace zema

@@ -24,6 +24,8 @@ struct EquationSystem {
   std::vector<double> DISPM;   ///< solution for the reference load, by position; NTOTV
   std::vector<double> ELOADG;  ///< right-hand side, then solution, by equation number - 1; NTOTV, NEQNS used
 
+  double TOLER = 0.0;  ///< relative residual that an iterative solver is to reach
+
   int NBAND = 0;  ///< band width of the equations: 1 + largest distance of two free equations of one element
   int NBAN0 = 0;  ///< 1 + largest distance of two positions of one element in the deck's numbering
   int NBAN1 = 0;  ///< 1 + largest distance of two positions of one element in the working numbering
@@ -36,6 +38,9 @@ struct EquationSystem {
 
   /// Result vector that belongs to a right-hand side: ASDIS or DISPM.
   [[nodiscard]] std::vector<double>& result(RightHandSide side) {
+    return side == RightHandSide::outOfBalance ? ASDIS : DISPM;
+  }
+  [[nodiscard]] const std::vector<double>& result(RightHandSide side) const {
     return side == RightHandSide::outOfBalance ? ASDIS : DISPM;
   }
 };

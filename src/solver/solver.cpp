@@ -28,14 +28,15 @@ SolveReport Solver::solve(ElementSource& source, EquationSystem& system, RightHa
     spread(system, side);
     return report;
   }
-  const bool keeps = check_ == ResidualCheck::byDoor && newMatrix;
+  const bool keeps = check_ != ResidualCheck::byBody && newMatrix;
   if (keeps) kept_.fit(source);
   KeepingSource keeping(source, keeps ? &kept_ : nullptr);
   solveFree({keeping, system, side, newMatrix, pool, times, report});
-  if (check_ == ResidualCheck::byDoor) {
+  if (check_ != ResidualCheck::byBody) {
     const PhaseTimer timer(times.check);
+    const bool pullsByKept = newMatrix || check_ == ResidualCheck::byDoorWithoutForming;
     report.residual.reset();
-    if (!kept_.values().empty()) report.residual = relativeResidual(source, kept_, system, side, newMatrix, pool);
+    if (!kept_.values().empty()) report.residual = relativeResidual(source, kept_, system, side, pullsByKept, pool);
   }
   return report;
 }

@@ -29,13 +29,16 @@ struct SolverTimes {
 struct SolveReport {
   /// ||b - K x|| / ||b|| over the free equations, K the matrix that the factors belong to; empty when K is not known.
   std::optional<double> residual = 0.0;
-  std::string note;  ///< what else belongs on the log, such as the kind of the factors; empty if nothing does
+  double largestGood = 1e-8;  ///< residual up to which the equations count as solved
+  std::string note;           ///< what else belongs on the log, such as the kind of the factors; empty if nothing does
 };
 
 /// Where the residual of a solve comes from.
 enum class ResidualCheck {
   byDoor,  ///< the door keeps the element matrices that the body forms, and multiplies them with the result
-  byBody   ///< the body has a cheaper way, and writes the residual into the report
+  byDoorWithoutForming,  ///< the same for a body that forms no element when factors are reused: prescribed values act
+                         ///< through the kept matrices too
+  byBody                 ///< the body has a cheaper way, and writes the residual into the report
 };
 
 /// Solves the global system of a load step. Keeps its factors between calls; one object per load step or per run.

@@ -13,9 +13,11 @@ void writeHead(std::ostream& out, const SolidDeck& deck) {
   std::size_t layers = 1;
   for (const auto& composite : deck.composites) layers = std::max(layers, composite.size());
   out << "MEC3D\n"
-      << deck.KPATH << ' ' << deck.LARGE << ' ' << deck.KTANP << ' ' << deck.KPUSH << " 0\nSTART1\n'a test job'\n"
+      << deck.KPATH << ' ' << deck.LARGE << ' ' << deck.KTANP << ' ' << deck.KPUSH << ' ' << deck.ISIME
+      << "\nSTART1\n'a test job'\n"
       << deck.nodes.size() << ' ' << deck.elements.size() << ' ' << deck.composites.size() << ' ' << layers << ' '
-      << deck.materials.size() << ' ' << steps << " 1000000 0 " << deck.NSOLV << " 0 0 1 0 0\n";
+      << deck.materials.size() << ' ' << steps << " 1000000 0 " << deck.NSOLV << " 0 0 1 0 0\n"
+      << (deck.NSOLV == 3 ? deck.gmres + "\n" : "");
 }
 
 void writeElements(std::ostream& out, const SolidDeck& deck) {

@@ -88,7 +88,9 @@ struct SolidDeck {
   int LARGE = 0;
   int KTANP = 0;
   int KPUSH = 1;
+  int ISIME = 0;
   int NSOLV = 4;
+  std::string gmres = "60 1000 1e-9 0";  ///< the card that follows with NSOLV 3
   std::vector<Vector3> nodes;
   std::vector<ElementCard> elements;
   std::vector<std::vector<LayerCards>> composites{{LayerCards{}}};

@@ -293,17 +293,31 @@ TEST(RotatedTwins, MaterialLayerAndElementAnglesGiveOneAnswer) {
 
 TEST(Agreement, SolversAlgorithmsAndCommitRulesReachOneState) {
   std::vector<ResultBlock> reference;
-  for (const auto& [NSOLV, algorithm, KPATH] :
-       {std::array{4, 2, 1}, {2, 2, 1}, {5, 2, 1}, {4, 1, 1}, {4, 3, 1}, {4, 4, 1}, {4, 2, 2}}) {
+  for (const auto& [NSOLV, algorithm, KPATH] : {std::array{4, 2, 1},
+                                                {2, 2, 1},
+                                                {5, 2, 1},
+                                                {4, 1, 1},
+                                                {4, 3, 1},
+                                                {4, 4, 1},
+                                                {4, 2, 2},
+                                                {1, 2, 1},
+                                                {1, 1, 1},
+                                                {1, 4, 1},
+                                                {3, 2, 1},
+                                                {3, 3, 1}}) {
     SolidDeck deck;
     deck.NSOLV = NSOLV;
     deck.KPATH = KPATH;
     deck.materials = {wood()};
     BrickGrid{2, 2, 3}.addTo(deck, unitGrid);
+    deck.elements[8].step = 2;
     for (int n = 1; n <= 9; ++n) deck.steps[0].fixities.push_back({n, 111, {}});
     deck.steps[0].pointLoads[36] = {1.0, 1.0, 0.0};
     deck.steps[0].increments[0].repeat = 3;
     deck.steps[0].increments[0].algorithm = algorithm;
+    deck.steps.push_back(deck.steps[0]);  // without an element, one node pushed, another let go
+    deck.steps[0].activeSteps = {1, 2};
+    deck.steps[1].fixities[0] = {30, 1, {0, 0, 2e-4}};
     const JobFolder folder;
 
     const auto results = solve(folder, deck.text());

@@ -52,9 +52,10 @@ class ListedElements final : public ElementSource {
 // What the assembled matrix of random elements is like.
 enum class Character { positiveDefinite, indefinite, unsymmetric };
 
-// A chain of elements over `positions` positions. Each holds its first position, the next one and some of the `reach`
-// behind; every diagonal entry outweighs its row, so that no elimination needs row exchanges.
-inline ListedElements randomChain(int positions, int reach, Character character, unsigned seed) {
+// A chain of elements over `positions` positions, one for every `stride` of them. Each holds its first position, the
+// next `stride` and some of the `reach` behind; every diagonal entry outweighs its row, so that no elimination needs
+// row exchanges.
+inline ListedElements randomChain(int positions, int reach, Character character, unsigned seed, int stride = 1) {
   std::mt19937 generator(seed);
   std::uniform_real_distribution<double> number(-1.0, 1.0);
   std::bernoulli_distribution chosen(0.4);
@@ -64,10 +65,10 @@ inline ListedElements randomChain(int positions, int reach, Character character,
     return all;
   };
   std::vector<ListedElement> list;
-  for (int first = 0; first < positions; ++first) {
+  for (int first = 0; first < positions; first += stride) {
     std::vector<int> held;
     for (int p = first; p < std::min(positions, first + reach + 1); ++p)
-      if (p <= first + 1 || p == first + reach || chosen(generator)) held.push_back(p);
+      if (p <= first + stride || p == first + reach || chosen(generator)) held.push_back(p);
     const std::size_t n = held.size();
     std::vector<double> ESTIF = numbers(n * n);
     for (std::size_t i = 0; i < n; ++i) {

@@ -5,13 +5,17 @@
 #include <gmock/gmock.h>
 
 #include <cmath>
+#include <filesystem>
 #include <limits>
+#include <sstream>
 
 #include "foundation/channel.h"
 #include "foundation/errors.h"
 #include "foundation/parallel.h"
 #include "solver/band_numbers.h"
 #include "solver/dense_reference.h"
+#include "solver/frontal_solver.h"
+#include "solver/gmres.h"
 #include "solver/listed_elements.h"
 #include "solver/sparse_solver.h"
 
@@ -27,6 +31,7 @@ using enum SolverCode;
 EquationSystem systemOf(const ListedElements& source, const std::vector<int>& IFFIX) {
   EquationSystem system(static_cast<int>(IFFIX.size()));
   PERMUT(system, IFFIX);
+  system.TOLER = 1e-15;
   Channel nowhere = Channel::open("/dev/null", OpenMode::append);
   CALC_NBA(source, system, {gmres, false}, nowhere);
   return system;
@@ -46,16 +51,31 @@ std::vector<double> solve(Solver& solver, ListedElements& source, EquationSystem
                           RightHandSide side = outOfBalance, bool newMatrix = true, int threads = 2) {
   WorkerPool pool(threads);
   SolverTimes times;
+  const std::vector<double> FIXED = system.FIXED, FIXWO = system.FIXWO;  // the frontal solver leaves reactions there
   EXPECT_LE(solver.solve(source, system, side, newMatrix, pool, times).residual.value(), 1e-12);
+  system.FIXED = FIXED;
+  system.FIXWO = FIXWO;
   return system.result(side);
 }
 
-// A way of solving and the matrices that it is made for.
+enum class Forming { never, whereMotionIsPrescribed, always };
+
+// A way of solving, the matrices that it is made for, and the elements that it forms when factors are reused.
 struct Method {
   const char* name;
   std::unique_ptr<Solver> (*make)();
   Character character;
+  Forming forming = Forming::whereMotionIsPrescribed;
 };
+
+std::unique_ptr<Solver> makeFront(FrontForm form) {
+  return makeFrontalSolver(form, testing::TempDir() + "front");
+}
+
+std::unique_ptr<Solver> makeGmres(int NKRYLO, int NITER) {
+  static Channel nowhere = Channel::open("/dev/null", OpenMode::append);
+  return makeGmresSolver({NKRYLO, NITER}, nowhere, nowhere);
+}
 
 void PrintTo(const Method& method, std::ostream* out) {
   *out << method.name;
@@ -93,15 +113,37 @@ TEST_P(Solvers, FactorsServeOtherLoadsAndFormOnlyElementsWithPrescribedMotion) {
   solveAndCompare(outOfBalance, true);
   EXPECT_EQ(source.formed, source.elements());
 
+  const Forming forming = GetParam().forming;
   source.formed = 0;
   source.element(20).ELOAD[0] += 2.0;
-  system.FIXED[0] = 1.0;  // a free position
+  if (forming != Forming::never) system.FIXED[0] = 1.0;  // a free position, where the frontal solver looks at none
   solveAndCompare(outOfBalance, false);
-  EXPECT_EQ(source.formed, 0);
+  EXPECT_EQ(source.formed, forming == Forming::always ? source.elements() : 0);
 
+  source.formed = 0;
   system.FIXED[3] = 1.0;  // a fixed one: of elements 0 to 3 at most, for the load and for its check
   solveAndCompare(outOfBalance, false);
-  EXPECT_THAT(source.formed.load(), AllOf(testing::Ge(1), testing::Le(8)));
+  if (forming == Forming::whereMotionIsPrescribed) {
+    EXPECT_THAT(source.formed.load(), AllOf(testing::Ge(1), testing::Le(8)));
+  } else {
+    EXPECT_EQ(source.formed, forming == Forming::always ? source.elements() : 0);
+  }
+}
+
+TEST_P(Solvers, HoldEveryCombinationOfFixedPositions) {
+  constexpr unsigned positions = 7;
+  ListedElements small = randomChain(positions, 4, GetParam().character, 11);
+  for (unsigned fixed = 0; fixed < 1U << positions; ++fixed) {
+    std::vector<int> IFFIX(positions);
+    for (unsigned p = 0; p < positions; ++p) IFFIX[p] = static_cast<int>(fixed >> p & 1U);
+    system = systemOf(small, IFFIX);
+    for (std::size_t p = 0; p < positions; ++p) system.FIXED[p] = IFFIX[p] * (0.1 + static_cast<double>(p));
+    system.FIXWO[2] = IFFIX[2];
+    for (const RightHandSide side : {outOfBalance, referenceLoad})
+      EXPECT_THAT(solve(*solver, small, system, side, side == outOfBalance),
+                  Pointwise(DoubleNear(1e-13), denseResult(small, system, side)))
+          << fixed;
+  }
 }
 
 TEST_P(Solvers, TheReferenceLoadHasItsOwnVectorsAndFactorsOutliveARestart) {
@@ -118,6 +160,7 @@ TEST_P(Solvers, TheReferenceLoadHasItsOwnVectorsAndFactorsOutliveARestart) {
   solver->restoreFactors(system, factors);
   solver->restoreMatrices(source, matrices);
   EXPECT_EQ(solve(*solver, source, system, referenceLoad, false), DISPM);
+  if (factors.empty()) return;
   const auto restoreTooFew = [&] {
     solver->restoreFactors(system, std::span(factors).first(factors.size() - 1));
     solve(*solver, source, system, referenceLoad, false);
@@ -125,14 +168,166 @@ TEST_P(Solvers, TheReferenceLoadHasItsOwnVectorsAndFactorsOutliveARestart) {
   EXPECT_THROW(restoreTooFew(), InputFault);
 }
 
-INSTANTIATE_TEST_SUITE_P(AllCodes, Solvers,
-                         testing::Values(Method{"Cholesky", [] { return makeBandSolver(bandCholesky); },
-                                                positiveDefinite},
-                                         Method{"LDL", [] { return makeBandSolver(bandLDL); }, indefinite},
-                                         Method{"LU", [] { return makeBandSolver(bandLU); }, unsymmetric},
-                                         Method{"sparse", makeSparseSolver, positiveDefinite},
-                                         Method{"sparseIndefinite", makeSparseSolver, indefinite},
-                                         Method{"sparseUnsymmetric", makeSparseSolver, unsymmetric}));
+INSTANTIATE_TEST_SUITE_P(
+    AllCodes, Solvers,
+    testing::Values(Method{"Cholesky", [] { return makeBandSolver(bandCholesky); }, positiveDefinite},
+                    Method{"LDL", [] { return makeBandSolver(bandLDL); }, indefinite},
+                    Method{"LU", [] { return makeBandSolver(bandLU); }, unsymmetric},
+                    Method{"sparse", makeSparseSolver, positiveDefinite},
+                    Method{"sparseIndefinite", makeSparseSolver, indefinite},
+                    Method{"sparseUnsymmetric", makeSparseSolver, unsymmetric},
+                    Method{"front", [] { return makeFront(FrontForm::symmetric); }, indefinite, Forming::never},
+                    Method{"frontUnsymmetric", [] { return makeFront(FrontForm::unsymmetric); }, unsymmetric,
+                           Forming::never},
+                    Method{"gmres", [] { return makeGmres(40, 1000); }, positiveDefinite, Forming::always},
+                    Method{"gmresIndefinite", [] { return makeGmres(40, 1000); }, indefinite, Forming::always},
+                    Method{"gmresRestarted", [] { return makeGmres(7, 1000); }, unsymmetric, Forming::always}));
+
+// K u - f by position: 0 where nothing is fixed, the reaction elsewhere.
+std::vector<double> restOf(const ListedElements& source, const std::vector<double>& u, RightHandSide side) {
+  std::vector<double> rest(u.size());
+  for (int e = 0; e < source.elements(); ++e) {
+    const std::span<const int> positions = source.positions(e);
+    for (std::size_t r = 0; r < positions.size(); ++r) {
+      double& sum = rest[static_cast<std::size_t>(positions[r])];
+      sum -= source.load(e, side)[r];
+      for (std::size_t c = 0; c < positions.size(); ++c)
+        sum += source.element(e).ESTIF[r * positions.size() + c] * u[static_cast<std::size_t>(positions[c])];
+    }
+  }
+  return rest;
+}
+
+TEST(FrontalSolver, BlocksOfEquationsStayInStepAndReactionsTakeThePlaceOfMotions) {
+  const std::pair<FrontForm, Character> kinds[] = {{FrontForm::symmetric, indefinite},
+                                                   {FrontForm::unsymmetric, unsymmetric}};
+  // Blocks hold an equation more than there are elements: less than one, exactly one, 4 + 1/5, exactly 4.
+  constexpr std::pair<int, int> positionsAndStride[] = {{5, 1}, {3, 2}, {21, 6}, {20, 5}, {24, 5}};
+  WorkerPool pool(2);
+  SolverTimes times;
+  for (const auto& [form, character] : kinds)
+    for (const auto& [positions, stride] : positionsAndStride) {
+      ListedElements source = randomChain(positions, 2 * stride, character, 3, stride);
+      const std::unique_ptr<Solver> solver = makeFront(form);
+      const auto solveAndCheck = [&](int fixedOfThree, RightHandSide side, bool newMatrix) {
+        std::vector<int> IFFIX(static_cast<std::size_t>(positions));
+        for (std::size_t p = 0; p < IFFIX.size(); ++p) IFFIX[p] = static_cast<int>(p) % 3 == fixedOfThree ? 1 : 0;
+        EquationSystem system = systemOf(source, IFFIX);
+        std::ranges::transform(IFFIX, (side == outOfBalance ? system.FIXED : system.FIXWO).begin(),
+                               [](int fixed) { return 0.7 * fixed; });
+        const std::vector<double> expected = denseResult(source, system, side);
+        solver->solve(source, system, side, newMatrix, pool, times);
+        EXPECT_THAT(system.result(side), Pointwise(DoubleNear(1e-13), expected)) << positions << " " << stride;
+        EXPECT_THAT(restOf(source, system.result(side), side), Pointwise(DoubleNear(1e-13), system.prescribed(side)));
+      };
+      solveAndCheck(1, outOfBalance, true);
+      solveAndCheck(1, referenceLoad, false);
+      solveAndCheck(1, outOfBalance, false);
+      EXPECT_EQ(source.formed, source.elements());
+      solveAndCheck(2, outOfBalance, false);  // other supports: the equations are made anew
+    }
+}
+
+TEST(FrontalSolver, LeavesNoRowOutForAZeroInItsPlaceAndStopsAtAPivotOfZero) {
+  ListedElements source({{{0, 1, 2}, {2, 0, 1, 1, 2, 0, 0, 0, 2}, {3, 3, 2}, {0, 0, 0}}});
+  EquationSystem system = systemOf(source, {0, 0, 0});
+  EXPECT_EQ(solve(*makeFront(FrontForm::unsymmetric), source, system), (std::vector{1.0, 1.0, 1.0}));
+
+  ListedElements vanishing({{{0, 1}, {1, 1, 1, 1}, {0, 0}, {0, 0}}});
+  system = systemOf(vanishing, {0, 0});
+  EXPECT_THAT([&] { solve(*makeFront(FrontForm::symmetric), vanishing, system); },
+              Throws<PlainStop>(Property(&PlainStop::listing,
+                                         "0   PIVOTE CERO O NEGATIVO ENCONTRADO PARA LA VARIABLE.    2 DE VALOR "
+                                         "         0.000000\n")));
+}
+
+TEST(FrontalSolver, HasNoNameInTheFolderWhileItRuns) {
+  const auto folder = std::filesystem::path(testing::TempDir()) / "front";
+  std::filesystem::create_directory(folder);
+  ListedElements source = randomChain(20, 3, positiveDefinite, 1);
+  EquationSystem system = systemOf(source, std::vector<int>(20, 0));
+  const std::unique_ptr<Solver> solver = makeFrontalSolver(FrontForm::symmetric, folder / "job");
+  solve(*solver, source, system);
+
+  EXPECT_TRUE(std::filesystem::is_empty(folder));
+  std::filesystem::remove(folder);
+  EXPECT_THROW(solve(*solver, source, system), FileFault);
+}
+
+// One solve of a chain by GMRES, with what it has said.
+struct GmresRun {
+  GmresRun(const GmresSettings& settings, ListedElements& source, double TOLER) {
+    EquationSystem system = partlyFixed(source, 0.3);
+    system.TOLER = TOLER;
+    WorkerPool pool(2);
+    SolverTimes times;
+    try {
+      report = makeGmresSolver(settings, listing, log)->solve(source, system, outOfBalance, true, pool, times);
+    } catch (const RunEnd& end) {
+      stop = end.what();
+    }
+    result = system.ASDIS;
+  }
+
+  Channel listing = Channel::open("/dev/null", OpenMode::append);
+  Channel log = Channel::open("/dev/null", OpenMode::append);
+  SolveReport report;
+  std::string stop;
+  std::vector<double> result;
+};
+
+TEST(Gmres, FormsElementsOnceOrInEveryProductWithTheSameBits) {
+  ListedElements source = randomChain(300, 20, unsymmetric, 8);
+  const GmresRun kept({30, 100, 0}, source, 1e-10);
+  EXPECT_EQ(source.formed.exchange(0), source.elements());
+
+  EXPECT_EQ(GmresRun({30, 100, 0, 0}, source, 1e-10).result, kept.result);
+  EXPECT_GT(source.formed, 5 * source.elements());
+}
+
+TEST(Gmres, ReportsItsCourseAndKeepsTheFirstResidualOverRestarts) {
+  ListedElements one({{{0}, {4.0}, {2.0}, {0.0}}});
+  GmresRun course({20, 5, 1}, one, 1e-6);
+  EXPECT_EQ(course.log.buffer(), std::string(61, '=') +
+                                     "\n WELCOME IN GMRES SUBROUTINE....\n EQUATIONS 1   KRYLOV DIM: 20\n"
+                                     " INITIAL RESIDUAL :               0.5\n RELATIVE RESIDUAL NUMBER 1 = 0.0\n"
+                                     " FINAL RELATIVE RESIDUAL = 0.0\n");
+  EXPECT_EQ(course.result, std::vector{0.5});
+
+  ListedElements source = randomChain(80, 9, positiveDefinite, 5);
+  GmresRun restarted({3, 100, 1}, source, 1e-9);
+  std::istringstream log(restarted.log.buffer());
+  double before = 1.0;
+  for (std::string line; std::getline(log, line);)
+    if (line.starts_with(" RELATIVE RESIDUAL")) {
+      const double relative = std::stod(line.substr(line.find('=') + 1));
+      EXPECT_LE(relative, before * (1 + 1e-9));
+      before = relative;
+    }
+  EXPECT_LE(before, 1e-9);
+}
+
+TEST(Gmres, ToleranceIsThatOfTheSystemAndTooFewIterationsStopTheRun) {
+  ListedElements source = randomChain(80, 9, positiveDefinite, 5);
+  const GmresRun loose({50, 100, 0}, source, 1e-3);
+  EXPECT_EQ(loose.stop, "");
+  EXPECT_THAT(loose.report.residual.value(), AllOf(testing::Ge(1e-8), testing::Le(loose.report.largestGood)));
+  EXPECT_THAT(loose.report.note, testing::HasSubstr("iterations"));
+
+  GmresRun stopped({2, 3, 0}, source, 1e-9);
+  EXPECT_EQ(stopped.stop, "  >>>> DETENIDO EN LA RUTINA GMRES");
+  EXPECT_THAT(stopped.listing.buffer(),
+              testing::HasSubstr("*** MAXIMO NUMERO DE ITERACIONES ALCANZADO VER ARCHIVO .LOG "));
+  EXPECT_THAT(stopped.log.buffer(),
+              testing::ContainsRegex("=\n EXITED OF GMRES SOLVER. MAXIMUM ITERATION NUMBER REACHED\n"
+                                     " LAST REL. ERROR OBTAINED WAS: .* ITER: 3 *\n MAXIMUM "
+                                     "ITERATION NUMBER OR KRYLOV DIMENSION SHOULD BE INCREASED\n$"));
+}
+
+TEST(Gmres, NoLoadHasTheSolutionZero) {
+  ListedElements source({{{0, 1}, {2, 1, 1, 2}, {0, 0}, {0, 0}}, {{1}, {1}, {0}, {0}}});
+  EXPECT_EQ(GmresRun({5, 5, 1}, source, 1e-6).result, (std::vector{0.0, 0.0}));
+}
 
 TEST(BandSolver, SumsInElementOrder) {
   // 0.1 + 0.2 + 0.3 has other bits than 0.3 + 0.2 + 0.1.
