@@ -46,7 +46,7 @@ struct ControlRecord {
   int NKRYLO = 0;      ///< GMRES: dimension of the Krylov subspace
   int NITER = 0;       ///< GMRES: greatest number of iterations
   double GMTOL = 0.0;  ///< GMRES: tolerance
-  int NGPRI = 0;       ///< GMRES: above 0 reports on the listing
+  int NGPRI = 0;       ///< GMRES: above 0 reports on the log
   int NNODM = 0;       ///< greatest number of nodes of an element, by problem word
   int NFASE = 0;       ///< number of construction steps
   int unread27 = 0;    ///< read from the deck and kept; no reader

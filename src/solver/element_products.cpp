@@ -6,8 +6,6 @@
 #include <cstddef>
 #include <numeric>
 
-#include "solver/blas_threads.h"
-
 namespace zema {
 namespace {
 
@@ -45,7 +43,6 @@ ElementProducts::ElementProducts(ElementSource& source, const EquationSystem& sy
 }
 
 void ElementProducts::AX(std::span<const double> X, std::span<double> Y, std::span<const double> B) {
-  const SingleThreadedBlas single;
   pool_.forEachBlock(source_.elements(), elementsAtATime, [&](int first, int last, int worker) {
     for (int e = first; e < last; ++e) multiply(e, X, worker);
   });

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "foundation/parallel.h"
+#include "solver/blas_threads.h"
 #include "solver/element_matrices.h"
 #include "solver/element_source.h"
 #include "solver/equation_system.h"
@@ -31,6 +32,7 @@ class ElementProducts {
   const ElementMatrices* kept_;
   std::span<const double> D_;
   WorkerPool& pool_;
+  BlasThreads perElement_{1};               // the library works on the thread that asks it
   std::vector<int> first_;                  // by element: its first place among the shares, and the end
   std::vector<int> equations_;              // by place: equation number, 0 for a fixed position
   std::vector<int> firstShare_;             // by equation from 0: its first entry in places_, and the end
