@@ -55,8 +55,25 @@ class Return {
       Qr[i] = columns(i, 0);
       Qb[i] = columns(i, 1);
     }
-    advance(Qr, (f_ - dot(Qr, yield_.a)) / (slope_ + dot(Qb, yield_.a)), Qb);
+    const Strain<N> a = totalNormal();
+    advance(Qr, (f_ - dot(Qr, a)) / (slope_ + dot(Qb, a)), Qb);
     return std::isfinite(f_);
+  }
+
+  /// Derivative of F - K by the stress at a fixed multiplier: the yield normal less what the hardening variable owes to
+  /// the stress. Its increment is stress . plastic increment, over F for the strain variables, so that this part is 0
+  /// for a strain variable whose flow is the yield normal.
+  [[nodiscard]] Strain<N> totalNormal() const {
+    const double work = dot(stress_, yield_.g);
+    if (slope_ == 0.0 || work == 0.0) return yield_.a;
+    const Strain<N> plastic = plasticIncrement();
+    Strain<N> owed = plastic;
+    const HardeningVariable variable = input_.at.material.NHARD;
+    if (variable != HardeningVariable::work && variable != HardeningVariable::unlabelled)
+      owed.add(-dot(stress_, plastic) / yield_.yield.F, yield_.a);
+    Strain<N> normal = yield_.a;
+    normal.add(-slope_ / work, owed);
+    return normal;
   }
 
   /// `CALCQ` D: the algorithmic matrix (I + lambda D h)^-1 D. Returns false when it cannot be formed.
@@ -154,11 +171,11 @@ template <int N>
 void answerTangent(const LawInput<N>& input, const ReturnProblem<N>& problem, const Return<N>& step,
                    const LawState& state, LawResult<N>& result) {
   if (input.at.material.NMATX == TangentChoice::continuous)
-    return answerTangent(input.at.pass, problem.D, step.yield(), hardeningSlope(state), result);
+    return answerTangent(input.at.pass, problem.D, step.yield().a, step.yield().g, hardeningSlope(state), result);
   if (!input.at.pass.wantsTangent()) return;
   Matrix<N> Dalg;
   if (!step.algorithmicMatrix(Dalg)) stopReturn(input.at, problem.words);
-  answerTangent(input.at.pass, Dalg, step.yield(), step.slope(), result);
+  answerTangent(input.at.pass, Dalg, step.totalNormal(), step.yield().g, step.slope(), result);
 }
 
 }  // namespace

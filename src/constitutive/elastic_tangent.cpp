@@ -30,9 +30,8 @@ Matrix<N> ELRIGI(const Matrix<N>& D, const MaterialPoint<N>& at) {
 }
 
 template <int N>
-Matrix<N> PLRIGIL(const Matrix<N>& D, const Strain<N>& almansi) {
-  const Matrix<3> e = tensorOf(almansi);
-  const Matrix<3> tau = tensorOf(CALTEN(D, almansi));
+Matrix<N> PLRIGIL(const Matrix<N>& D, const Strain<N>& almansi, const Stress<N>& kirchhoff) {
+  const Matrix<3> e = tensorOf(almansi), tau = tensorOf(kirchhoff);
   Matrix<N> part;
   for (int j = 0; j < N; ++j) {
     Strain<N> rate;
@@ -61,7 +60,7 @@ Matrix<N> elasticTangent(const MaterialPoint<N>& at, const Strain<N>& elasticStr
   if (at.pass.KTANP == 2) {
     Strain<N> almansi = elasticStrain;
     PFB_STR(almansi, at.F, TensorMove::strainForward);
-    const Matrix<N> fromStress = PLRIGIL(D, almansi);
+    const Matrix<N> fromStress = PLRIGIL(D, almansi, CALTEN(D, almansi));
     for (std::size_t i = 0; i < tangent.values.size(); ++i) tangent.values[i] += fromStress.values[i];
   }
   PFB_C(tangent, at.F, MatrixMove::back);
@@ -74,8 +73,8 @@ template Matrix<4> ANISOT(const Matrix<4>&, const ElasticMaterial<4>&);
 template Matrix<6> ANISOT(const Matrix<6>&, const ElasticMaterial<6>&);
 template Matrix<4> ELRIGI(const Matrix<4>&, const MaterialPoint<4>&);
 template Matrix<6> ELRIGI(const Matrix<6>&, const MaterialPoint<6>&);
-template Matrix<4> PLRIGIL(const Matrix<4>&, const Strain<4>&);
-template Matrix<6> PLRIGIL(const Matrix<6>&, const Strain<6>&);
+template Matrix<4> PLRIGIL(const Matrix<4>&, const Strain<4>&, const Stress<4>&);
+template Matrix<6> PLRIGIL(const Matrix<6>&, const Strain<6>&, const Stress<6>&);
 template Matrix<4> elasticTangent(const MaterialPoint<4>&, const Strain<4>&);
 template Matrix<6> elasticTangent(const MaterialPoint<6>&, const Strain<6>&);
 

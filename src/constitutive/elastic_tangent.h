@@ -18,12 +18,12 @@ template <int N>
 template <int N>
 [[nodiscard]] Matrix<N> ELRIGI(const Matrix<N>& D, const MaterialPoint<N>& at);
 
-/// `PLRIGIL`: the part of the tangent that comes from the stress when D relates the Kirchhoff stress tau = D e to the
-/// Almansi strain e in the current configuration: -(D (d e + e d) + d tau + tau d) for a rate of deformation d. The
-/// whole tangent D + PLRIGIL gives the rate of tau that F convects. It is exact without spin, and with an isotropic D
-/// always. Literature: Bonet & Wood (2008), Lie derivatives of strain and stress.
+/// `PLRIGIL`: the part of the tangent that comes from the stress when a law gives the Kirchhoff stress tau from the
+/// elastic Almansi strain e of the current configuration with d tau / d e = D: -(D (d e + e d) + d tau + tau d) for a
+/// rate of deformation d. The whole tangent D + PLRIGIL gives the rate of tau that F convects. It is exact without
+/// spin, and with an isotropic law always. Literature: Bonet & Wood (2008), Lie derivatives of strain and stress.
 template <int N>
-[[nodiscard]] Matrix<N> PLRIGIL(const Matrix<N>& D, const Strain<N>& almansi);
+[[nodiscard]] Matrix<N> PLRIGIL(const Matrix<N>& D, const Strain<N>& almansi, const Stress<N>& kirchhoff);
 
 /// The elastic tangent of a point in the real space, reference configuration, material axes. elasticStrain: what VDMANX
 /// turns into stress (Green-Lagrange measure).

@@ -40,7 +40,7 @@ void correct(const LawInput<N>& input, int passes, const char* words, LawState& 
     f = above();
   }
   answerPlastic(at, stress, plastic, state, result);
-  answerTangent(at.pass, D, yield, hardeningSlope(state), result);
+  answerTangent(at.pass, D, yield.a, yield.g, hardeningSlope(state), result);
 }
 
 }  // namespace

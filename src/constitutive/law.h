@@ -106,8 +106,7 @@ struct LawInput {
     if (at.pushed() && at.pass.KTANP == 1) PFB_C(D, at.F, MatrixMove::forward);
     return D;
   }
-
- private:
+  /// A strain of the real space, reference configuration, in the space of the laws.
   [[nodiscard]] Strain<N> toLawSpace(const Strain<N>& strain) const {
     Strain<N> mapped = at.elastic.plainMap ? strain : Strain<N>{CALTEN(at.elastic.record.AEMX, strain.values)};
     if (at.pushed()) PFB_STR(mapped, at.F, TensorMove::strainForward);

@@ -52,6 +52,16 @@ void runOnShearAlone(LawFunction<N> law, LawInput<N> input, LawState& state, Law
     for (int j = 0; j < N; ++j) result.tangent(i, j) = D(i, j);
 }
 
+/// The tangent of a law in the real space; with KTANP 2 together with the part that comes from the stress.
+template <int N>
+Matrix<N> realTangent(const LawInput<N>& input, const Strain<N>& elasticStrain, const LawResult<N>& answer) {
+  if (!input.at.pushed() || input.at.pass.KTANP != 2) return ELRIGI(answer.tangent, input.at);
+  Matrix<N> tangent = answer.tangent;
+  const Matrix<N> fromStress = PLRIGIL(tangent, input.toLawSpace(elasticStrain), answer.SGTOT);
+  for (std::size_t i = 0; i < tangent.values.size(); ++i) tangent.values[i] += fromStress.values[i];
+  return ELRIGI(tangent, input.at);
+}
+
 /// How far a strain component is moved for a difference; strains: all components.
 struct Perturbation {
   double scale;  // of a component that is 0
@@ -107,7 +117,7 @@ void MODULP(const MaterialPoint<N>& at, LawFunction<N> law, const CommittedPoint
   result.sums = answer.sums;
   result.elasticMatrix = !answer.hasTangent && (!at.pushed() || at.pass.KTANP == 1);
   if (!result.elasticMatrix)
-    result.tangent = answer.hasTangent ? ELRIGI(answer.tangent, at) : elasticTangent(at, elasticStrain);
+    result.tangent = answer.hasTangent ? realTangent(input, elasticStrain, answer) : elasticTangent(at, elasticStrain);
 }
 
 template <int N>

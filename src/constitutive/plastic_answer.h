@@ -48,12 +48,12 @@ void answerPlastic(const MaterialPoint<N>& at, const Stress<N>& stress, const St
   addPlasticSums(at, state, result);
 }
 
-/// Gives the answer its elasto-plastic tangent, when the pass wants one. H: hardening slope.
+/// Gives the answer its elasto-plastic tangent, when the pass wants one. D, a, g, H: see `PLRIGI`.
 template <int N>
-void answerTangent(const PassContext& pass, const Matrix<N>& D, const YieldState<N>& yield, double H,
+void answerTangent(const PassContext& pass, const Matrix<N>& D, const Strain<N>& a, const Strain<N>& g, double H,
                    LawResult<N>& result) {
   if (!pass.wantsTangent()) return;
-  result.tangent = PLRIGI(D, yield.a, yield.g, H);
+  result.tangent = PLRIGI(D, a, g, H);
   result.hasTangent = true;
 }
 

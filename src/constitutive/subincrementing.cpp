@@ -65,7 +65,7 @@ void ECUAB(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
     state.lastYield = K;
   }
   answerPlastic(at, stress, plastic, state, result);
-  answerTangent(at.pass, D, yield, hardeningSlope(state), result);
+  answerTangent(at.pass, D, yield.a, yield.g, hardeningSlope(state), result);
 }
 
 template void ECUAB(const LawInput<4>&, LawState&, LawResult<4>&);

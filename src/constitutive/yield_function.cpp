@@ -243,6 +243,7 @@ bool PLYIEL(const Stress<N>& SIGMA, const StressInvariants<N>& invariants, const
 
 template <int N>
 Matrix<N> PLY2DERI(const StressInvariants<N>& invariants, const CriterionData& criterion) {
+  if (invariants.J2 == 0.0) return {};
   const double q = sqrt3 * invariants.rootJ2;
   const double scale = factorsOf(criterion, invariants).C2 / (sqrt3 * q);
   const Strain<N> n = combine({.C2 = sqrt3}, invariants);

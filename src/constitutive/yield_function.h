@@ -65,7 +65,7 @@ bool PLYIEL(const Stress<N>& SIGMA, const StressInvariants<N>& invariants, const
 
 /// `PLY2DERI`: second derivatives of a criterion by the stress in the von Mises form, P/q - n n/q with q the von Mises
 /// stress and n its normal, times the slope of the criterion along sqrt(J2) over that of q. Exact for criteria 2 and 4
-/// and in the corner zones; between them criteria 1, 3 and 5 bend more. J2 must not be 0.
+/// and in the corner zones; between them criteria 1, 3 and 5 bend more. 0 when J2 is 0.
 template <int N>
 [[nodiscard]] Matrix<N> PLY2DERI(const StressInvariants<N>& invariants, const CriterionData& criterion);
 
