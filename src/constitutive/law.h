@@ -119,7 +119,7 @@ template <int N>
 struct LawResult {
   Stress<N> SGTOT;             ///< stress; starts as SIGMA
   Strain<N> plasticIncrement;  ///< what the step adds to the plastic strain; starts at 0
-  Matrix<N> tangent;           ///< d SGTOT / d strain, when hasTangent
+  Matrix<N> tangent;           ///< d SGTOT / d strain, when hasTangent; with KTANP 2 the driver adds the stress part
   bool hasTangent = false;     ///< false: the elastic matrix is the tangent
   EnergySums sums;             ///< what the point adds to the energy sums
 };
