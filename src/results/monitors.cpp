@@ -1,11 +1,14 @@
 // Balance of power and energy, and the two global measures of damage.
 #include "results/monitors.h"
 
+#include <array>
 #include <cmath>
 #include <numeric>
 #include <span>
 #include <vector>
 
+#include "dynamics/element_matrices.h"
+#include "foundation/parallel.h"
 #include "results/result_profile.h"
 
 namespace zema {
@@ -27,6 +30,25 @@ double norm(const std::vector<double>& v) {
   return std::sqrt(std::inner_product(v.begin(), v.end(), v.begin(), 0.0));
 }
 
+/// A column of TDISP.
+enum class Motion : int { velocity = 1, acceleration = 2 };
+
+/// v^T A m over the degrees of freedom of an element, v the velocity, m the motion that A acts on.
+double powerOf(const Model& model, int e, std::span<const double> A, Motion motion) {
+  const std::span<const int> positions = model.positions.of(e);
+  const std::size_t NTOTV = static_cast<std::size_t>(model.mesh.NTOTV);
+  const double* const v = model.working.TDISP.data() + NTOTV;
+  const double* const m = model.working.TDISP.data() + static_cast<std::size_t>(motion) * NTOTV;
+  double power = 0.0;
+  for (std::size_t i = 0; i < positions.size(); ++i) {
+    double force = 0.0;
+    for (std::size_t j = 0; j < positions.size(); ++j)
+      force += A[i * positions.size() + j] * m[static_cast<std::size_t>(positions[j])];
+    power += v[static_cast<std::size_t>(positions[i])] * force;
+  }
+  return power;
+}
+
 /// Power of the internal and the external forces on the velocities.
 void formForcePowers(const Model& model, Monitors& monitors) {
   std::vector<double> external = zeros(model);
@@ -39,6 +61,35 @@ void formForcePowers(const Model& model, Monitors& monitors) {
   const std::span<const double> velocity = std::span(model.working.TDISP).subspan(NTOTV, NTOTV);
   monitors.POTDEF = std::inner_product(velocity.begin(), velocity.end(), internal.begin(), 0.0);
   monitors.POTINT = std::inner_product(velocity.begin(), velocity.end(), external.begin(), 0.0);
+}
+
+/// Components of an element whose damping counts as dissipation: those of viscous laws have it in their stress.
+int dissipatingComponents(const Model& model, const ElementData& element) {
+  int count = 0;
+  for (const Layer& layer : model.composites(element.MATNO[0]).layers) {
+    for (const Component& component : layer.components)
+      count += model.materials(component.LCPRO).NTINT != Law::viscoelasticDynamic ? 1 : 0;
+  }
+  return count;
+}
+
+/// Power of inertia, which the first-order form has none of, and of damping on the velocities.
+void formTimePowers(const Model& model, const Kernel& kernel, WorkerPool& workers, Monitors& monitors) {
+  constexpr int elementsOfABlock = 32;
+  std::vector<std::array<double, 2>> powers(model.mesh.elements.size());
+  workers.forEachBlock(model.mesh.NELEM(), elementsOfABlock, [&](int first, int last, int) {
+    TimeMatrices matrices(model);
+    for (int e = first; e < last; ++e) {
+      matrices.form(model, kernel, e);
+      powers[static_cast<std::size_t>(e)] = {powerOf(model, e, matrices.EMASA, Motion::acceleration),
+                                             powerOf(model, e, matrices.EDAMP, Motion::velocity)};
+    }
+  });
+  for (int e = 0; e < model.mesh.NELEM(); ++e) {
+    const auto& [kinetic, damping] = powers[static_cast<std::size_t>(e)];
+    monitors.POTCIN += model.loadStep.secondOrder() ? kinetic : 0.0;
+    monitors.POTDIS += dissipatingComponents(model, model.mesh.element(e)) * damping;
+  }
 }
 
 void writePowers(Channel& out, const Monitors& m) {
@@ -57,9 +108,11 @@ void MENERG(Job& job, Model& model, const Kernel& kernel) {
   const double POTINT = monitors.POTINT;  // at the end of the increment before
   const double POTDIS = monitors.POTDIS;
   const double halfStep = model.increment.DTIME / 2.0;
-  formForcePowers(model, monitors);
-  monitors.POTCIN = 0.0;  // without velocities neither mass nor damping has power
-  monitors.POTDIS = 0.0;
+  monitors.POTDEF = monitors.POTCIN = monitors.POTDIS = monitors.POTINT = 0.0;
+  if (model.loadStep.dynamic()) {  // in a static one nothing moves, though velocities may be kept for a later step
+    formForcePowers(model, monitors);
+    formTimePowers(model, kernel, job.workers, monitors);
+  }
   monitors.ENEINT += halfStep * (monitors.POTINT + POTINT);
   monitors.ENEDIS += halfStep * (monitors.POTDIS + POTDIS);
   if (model.mesh.elements.back().NTYPE < kernel.results().monitors.typesBelow) writePowers(job.listing(), monitors);

@@ -90,6 +90,7 @@ struct SolidDeck {
   int KPUSH = 1;
   int ISIME = 0;
   int NSOLV = 4;
+  int KMASS = 0;
   std::string gmres = "60 1000 1e-9 0";  ///< the card that follows with NSOLV 3
   std::vector<Vector3> nodes;
   std::vector<ElementCard> elements;

@@ -8,15 +8,23 @@
 namespace zema {
 namespace {
 
-/// Two tetrahedra on a common face.
+/// Two tetrahedra on a common face, with lumped masses of 1 and 2 at their nodes.
 class MonitorsTest : public test::ResultTest {
  protected:
-  MonitorsTest() { use(std::vector<test::Point>(5), {{1, 2, 3, 4}, {2, 3, 4, 5}}); }
+  MonitorsTest() {
+    use({{0, 0, 0}, {1, 0, 0}, {0, 1, 0}, {0, 0, 1}, {1, 1, 1}}, {{1, 2, 3, 4}, {2, 3, 4, 5}});
+    model.materials(1)(slot::density) = 24.0;
+    kernel = makeSolid3D();
+    kernel->prepare(model);
+  }
 };
 
 TEST_F(MonitorsTest, PowersOfTheAssembledForcesAndTheirTrapezoidalEnergy) {
   model.increment.DTIME = 0.5;
-  model.working.TDISP[15 + 3] = 2.0;   // velocity of node 2 in x
+  model.loadStep.IDINA = model.loadStep.KNEWM = 1;
+  model.working.TDISP[15 + 3] = 2.0;  // velocity of node 2 in x
+  model.working.TDISP[30 + 3] = 5.0;  // and its acceleration
+  model.dynamics.ALFAD = 0.5;
   model.vectors.ELOAD(0, 2)[3] = 1.0;  // node 2 in the first element
   model.vectors.ELOAD(1, 2)[0] = 3.0;  // and in the second
   model.vectors.TLOAD(1)[0] = 5.0;
@@ -29,12 +37,12 @@ TEST_F(MonitorsTest, PowersOfTheAssembledForcesAndTheirTrapezoidalEnergy) {
 
   EXPECT_EQ(written(channel::listing), R"(------------------------------------------------------------------------
  Pot. deformativa           :        8.000000
- Pot. cinetica              :        0.000000
- Pot. disipada              :        0.000000
- Pot. (def.)+(cin.)+(disip.):        8.000000
+ Pot. cinetica              :       30.000000
+ Pot. disipada              :        6.000000
+ Pot. (def.)+(cin.)+(disip.):       44.000000
  Pot. introducida           :       14.000000
  Energ. introducida         :        8.500000
- Energ. disipada            :        0.000000
+ Energ. disipada            :        4.500000
 ------------------------------------------------------------------------
 )");
 }
