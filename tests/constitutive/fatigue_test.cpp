@@ -30,53 +30,44 @@ double endurance(double R) {
   return R / 3.3 + 0.7936507936507936;
 }
 
-TEST(Fatigue, LifeCurveAndStrengthAtTheEndOfLife) {
+TEST(Fatigue, StrengthFallsToTheStressAtTheEndOfLifeAndTheConstantSettles) {
   for (const double R : {-1.0, 0.0, 0.5}) {
     for (const double k : {0.25, 0.5, 0.9}) {  // life 10^(7 k)
-      const double S = f * std::pow(endurance(R), std::pow(k, 4.0 * std::pow(2.0, 2.0 * R)));
-      const double life = std::pow(10.0, 7.0 * k);
+      const double life = std::pow(10.0, 7.0 * k), exponent = 8.0 * std::pow(2.0, 2.0 * R);
+      const double S = f * std::pow(endurance(R), std::pow(k, exponent / 2.0));
       EXPECT_NEAR(WOHLERCM(f, S, R) / life, 1.0, 1.0e-9);
       for (const int KFATI : {0, 1}) {
         CycledPoint point(KFATI, R);
         EXPECT_EQ(point.factor(1.0, S), 1.0);
-        EXPECT_NEAR(point.factor(life / 2.0, S),
-                    std::pow(S / f, std::pow(std::log10(life / 2.0) / (7.0 * k), 8.0 * std::pow(2.0, 2.0 * R))),
-                    1.0e-9);
-        EXPECT_EQ(point.values[fatigue::settled], 0.0);
-        EXPECT_NEAR(point.factor(life * 1.0000001, S), S / f, 1.0e-6);
-        EXPECT_EQ(point.values[fatigue::settled], 1.0);
-        const double beta = point.values[fatigue::beta];
-        EXPECT_LT(point.factor(life * 2.0, 0.9 * S), S / f);  // settled: only the cycles count
-        EXPECT_EQ(point.values[fatigue::beta], beta);
+        for (const double share : {0.5, 0.999999}) {
+          const double logarithms = std::log10(share * life) / std::log10(life);
+          EXPECT_NEAR(point.factor(share * life, S), std::pow(S / f, std::pow(logarithms, exponent)), 1.0e-9);
+          EXPECT_EQ(point.values[fatigue::settled], 0.0);
+        }
+        const std::array<double, 7> settled = (point.factor(1.000001 * life, S), point.values);
+        EXPECT_EQ(settled[fatigue::settled], 1.0);
+        EXPECT_LT(point.factor(2.0 * life, 0.9 * S), S / f);
+        EXPECT_EQ(point.values, settled);
       }
     }
   }
-  EXPECT_EQ(WOHLERCM(f, f, 0.0), 1.0);
-  EXPECT_TRUE(std::isinf(WOHLERCM(f, 0.99 * f, 0.7)));
-  EXPECT_THROW((void)WOHLERCM(f, 20.0, -2.7), ConstitutiveStop);
 }
 
-TEST(Fatigue, ConstantIsLeftAloneOutsideTheElasticRangeAndWithoutStress) {
-  const double Se = endurance(0.0) * f;
-  CycledPoint point(0, 0.0);
+TEST(Fatigue, EdgesAreFinite) {
+  CycledPoint point(0, 0.0), off(0, 0.0);
+  off.pass.TCYCL = 0.0;
 
-  EXPECT_NEAR(point.factor(1.0e7, 0.5 * Se), 1.0 - 0.5 * (1.0 - endurance(0.0)), 1.0e-12);  // below the life curve
+  EXPECT_NEAR(point.factor(1.0e7, 0.5 * endurance(0.0) * f), 0.5 + 0.5 * endurance(0.0), 1.0e-12);  // below the curve
   const double beta = point.values[fatigue::beta];
   for (const double tau : {0.0, f, 2.0 * f}) {
     EXPECT_LT(point.factor(1.0e7, tau), 1.0);
     EXPECT_EQ(point.values[fatigue::beta], beta);
   }
-  CycledPoint alone(1, 0.0);
-  EXPECT_EQ(alone.factor(1.0e7, 0.0), 1.0);
-  EXPECT_EQ(alone.factor(1.0e7, 2.0 * f), 1.0);
+  EXPECT_EQ(CycledPoint(1, 0.0).factor(1.0e7, 0.0), 1.0);
   EXPECT_EQ(CycledPoint(0, 0.9).factor(1.0e12, 0.9 * f), 1.0);  // never above 1
-  CycledPoint worn(1, 0.0);
-  EXPECT_LT(worn.factor(10.0, 0.999 * f), 1.0);
-  EXPECT_EQ(worn.factor(1.0e20, 0.999 * f), 1.0e-9);
-  CycledPoint off(0, 0.0);
-  off.pass.TCYCL = 0.0;
+  EXPECT_EQ(CycledPoint(1, 0.0).factor(1.0e20, 0.999 * f), 1.0e-9);
   EXPECT_EQ(off.factor(1.0e7, 20.0), 1.0);
-  EXPECT_EQ(off.values, (std::array<double, 7>{}));
+  EXPECT_THROW(CycledPoint(1, -2.7).factor(10.0, 20.0), ConstitutiveStop);
 }
 
 TEST(Fatigue, HistoryGivesPeakValleyAndRatio) {

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 
 #include "constitutive/fatigue.h"
 #include "constitutive/kelvin_voigt_law.h"
@@ -43,16 +44,15 @@ double stressAfterHold(SamplePoint<4>& point, double strain, double dt, double T
 }
 
 TEST(ViscousLaws, HeldStrainRelaxesFromEToEMinusEp) {
-  const std::vector<std::array<double, 3>> targets{
-      {0.1, 0.1, 0.9970000},  {0.1, 5.0, 0.7657360}, {0.1, 10.0, 0.6218281}, {0.1, 20.0, 0.4816029},
-      {0.1, 50.0, 0.4040580}, {1.0, 1.0, 0.97},      {1.0, 5.0, 0.7819176},  {1.0, 10.0, 0.6314480},
-      {1.0, 20.0, 0.4848290}, {1.0, 50.0, 0.4037484}};
-  for (const auto& [dt, T, stress] : targets) {
-    SamplePoint<4> point(viscousMaterial(1000.0, 600.0, 10.0), VISCOE<4>);
-    EXPECT_NEAR(stressAfterHold(point, 1.0e-3, dt, T), stress, 5.1e-8) << dt << ' ' << T;
+  const std::array<double, 4> times{5.0, 10.0, 20.0, 50.0};
+  const std::map<double, std::array<double, 4>> targets{{0.1, {0.7657360, 0.6218281, 0.4816029, 0.4040580}},
+                                                        {1.0, {0.7819176, 0.6314480, 0.4848290, 0.4037484}}};
+  for (const auto& [dt, stresses] : targets) {
+    for (std::size_t i = 0; i < 4; ++i) {
+      SamplePoint<4> point(viscousMaterial(1000.0, 600.0, 10.0), VISCOE<4>);
+      EXPECT_NEAR(stressAfterHold(point, 1.0e-3, dt, times[i]), stresses[i], 5.1e-8) << dt << ' ' << times[i];
+    }
   }
-  SamplePoint<4> noTime(viscousMaterial(1000.0, 600.0, 0.0), VISCOE<4>);
-  EXPECT_THROW(stressAfterHold(noTime, 1.0e-3, 0.1, 0.1), ConstitutiveStop);
 }
 
 TEST(ViscousLaws, DamperStressFollowsTheRateInDynamicRunsOnly) {
@@ -76,52 +76,32 @@ TEST(ViscousLaws, DamperStressFollowsTheRateInDynamicRunsOnly) {
   EXPECT_NEAR(second.sums.work, 0.01 * 0.125 * 0.5 * power, 1.0e-12);
 }
 
-TEST(ViscousLaws, DamageScalesTheStressThatRelaxes) {
-  for (const Criterion criterion : {Criterion::vonMises, Criterion::lublinerOller, Criterion::damagePlaneStress}) {
+TEST(ViscousLaws, DamageScalesTheStressThatRelaxesAndComesEarlierAfterCycles) {
+  for (const Criterion criterion : {Criterion::vonMises, Criterion::lublinerOller}) {
     SamplePoint<4> point(viscoDamageMaterial(criterion), VISDAM<4>);
     point.geometry.FRACL = 1.0;
-    const std::vector<std::pair<double, double>> fast{{0.9, 2.7}, {1.5, 2.514670}, {2.0, 2.107856}, {3.0, 1.481018}};
     double energy = 0.0;
-    for (const auto& [share, stress] : fast) {
-      EnergySums sums;
-      for (int i = 99; i >= 0; --i) {
-        const auto result = point.update(Strain<4>{{(share - 0.005 * i) * 1.0e-4}});
-        if (i == 0) {
-          EXPECT_NEAR(result.stress[0], stress, 1.0e-6);
-        }
-        energy += result.sums.work;
-        sums = result.sums;
-        point.commit();
-      }
-      EXPECT_EQ(sums.volume, share < 1.0 ? 0.0 : 0.125);
+    for (const auto& [share, stress] : {std::pair{0.9, 2.7}, {1.5, 2.514670}, {2.0, 2.107856}, {3.0, 1.481018}}) {
+      const ComponentResult<4> result = point.update(Strain<4>{{share * 1.0e-4}});
+      EXPECT_NEAR(result.stress[0], stress, 1.0e-6);
+      energy += result.sums.work;
+      point.commit();
     }
-    const double d = point.committedInternal[internal::damage];
-    EXPECT_NEAR(d, 0.835442, 1.0e-6);
-    EXPECT_EQ(point.committedInternal[internal::dissipation] * 0.125, energy);
-    // then the held stress relaxes like that of the undamaged solid, from its elastic value
-    const double asymptote = 0.4 + 0.6 * std::exp(-1.0);
-    EXPECT_NEAR(stressAfterHold(point, 3.0e-4, 0.01, 10.0) / 1.481018, asymptote, 1.0e-5);
+    EXPECT_NEAR(point.committedInternal[internal::damage], 0.835442, 1.0e-6);
+    EXPECT_EQ(point.committedInternal[internal::dissipation] * point.geometry.dV, energy);
+    const double relaxed = 0.4 + 0.6 * std::exp(-1.0);  // of the damaged stress, held for the relaxation time
+    EXPECT_NEAR(stressAfterHold(point, 3.0e-4, 0.01, 10.0) / 1.481018, relaxed, 1.0e-5);
   }
-}
-
-TEST(ViscousLaws, DamageComesEarlierAfterCyclesAndStopsWithTooLittleEnergy) {
-  SamplePoint<4> point(viscoDamageMaterial(Criterion::vonMises), VISDAM<4>);
-  point.pass.TCYCL = 1.0;
-  point.pass.NCYCL = 1.0e6;
-  point.geometry.FRACL = 1.0;
-  const auto damageAt = [&](double strain) {
-    (void)point.update(Strain<4>{{strain}});
-    return point.trialInternal[internal::damage];
-  };
+  SamplePoint<4> cycled(viscoDamageMaterial(Criterion::vonMises), VISDAM<4>);
+  cycled.geometry.FRACL = cycled.pass.TCYCL = 1.0;
+  cycled.pass.NCYCL = 1.0e6;
   std::array<double, 7> values{};
-  const double factor = STRFAT(point.pass, values, 3.0, 2.7, 3.0, 1.0);
-
-  EXPECT_LT(factor, 0.9);
-  EXPECT_NEAR(damageAt(0.9e-4), 1.0 - factor / 0.9 * std::exp((1.0 - 0.9 / factor) * 0.3529412), 1.0e-7);
-  EXPECT_NEAR(point.trialInternal[internal::reducedYieldStress] / point.trialInternal[internal::yieldStress], factor,
-              1.0e-12);
-  point.geometry.FRACL = 7.0;  // E G / (l f^2) = 0.476
-  EXPECT_THROW(damageAt(2.0e-4), ConstitutiveStop);
+  const double factor = STRFAT(cycled.pass, values, 3.0, 2.7, 3.0, 1.0);
+  (void)cycled.update(Strain<4>{{0.9e-4}});
+  const double damage = 1.0 - factor / 0.9 * std::exp((1.0 - 0.9 / factor) * 0.3529412);
+  EXPECT_NEAR(cycled.trialInternal[internal::damage], damage, 1.0e-7);
+  cycled.geometry.FRACL = 7.0;  // E G / (l f^2) = 0.476
+  EXPECT_THROW((void)cycled.update(Strain<4>{{2.0e-4}}), ConstitutiveStop);
 }
 
 }  // namespace
