@@ -7,6 +7,7 @@
 
 #include "analysis/algorithm.h"
 #include "analysis/analysis.h"
+#include "analysis/arc_length.h"
 #include "analysis/convergence.h"
 #include "analysis/field_swap.h"
 #include "analysis/increment.h"
@@ -249,6 +250,9 @@ class Driver {
       ALGOR(analysis_);
       startTimeStep();
       solve();
+      if (model_.increment.KARCL != 0) {
+        ARCLE(analysis_);
+      }
       timed(job_, job_.times.updating, [&] { UPDAT(analysis_); });
       timed(job_, job_.times.residual, [&] { RESIDU(analysis_); });
       if (model_.loadStep.dynamic()) {

@@ -2,12 +2,12 @@
 #include "input/fixity_cards.h"
 
 #include <algorithm>
-#include <cmath>
 #include <string>
 
 #include "input/checks.h"
 #include "input/deck_echo.h"
 #include "input/element_sizes.h"
+#include "input/node_field.h"
 #include "input/thermal_cards.h"
 #include "job/job.h"
 #include "job/run_end.h"
@@ -173,15 +173,6 @@ void compareWithStepBefore(Model& model) {
     std::ranges::copy(load, loadBefore.begin());
   }
   fixities.IFFIXMbefore = fixities.IFFIXM;
-}
-
-/// The node of a free code, which the deck may give as a real: 3 or 3.0.
-int readNodeAsReal(CardReader& cards, const Mesh& mesh) {
-  const double number = cards.real("node number");
-  if (number != std::floor(number) || number < 1.0 || number > mesh.NPOIN()) {
-    cards.fault("node number", number, "a node from 1 to " + std::to_string(mesh.NPOIN()));
-  }
-  return static_cast<int>(number);
 }
 
 void readFreeCodes(Job& job, Model& model, const Kernel& kernel) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "input/element_sizes.h"
+#include "input/pair_table.h"
 #include "job/job.h"
 
 namespace zema {
@@ -48,12 +49,20 @@ void writeHead(Channel& channel, const Model& model) {
       R"( / "  POST-PROC EN FEMVIEW  =" I5 2X "  LARGE =" I5 3X " ISIME =" I5 2X " IDINA =" I5)");
   static constexpr Layout rootOfVolume("'0' 1X ' CALCULO DE LA LONGITUD CARACTERISTICA COMO DSQRT(TVOLU)'");
   static constexpr Layout imposedLength(R"("0" 1X " LONGITUD CARACTERISTICA IMPUESTA= " E10.5)");
+  static constexpr Layout pairHeading(R"("0" 1X " PARES DE PUNTOS ARC-LENGTH")");
+  static constexpr Layout pairRow("2I6");
   constexpr int noPostLevel = 0;  // the card has no such field
   const IncrementCard& card = model.increment;
   channel.write(times, model.loop.ILOAD, model.loop.TTIME, model.loop.INCRE);
   channel.write(settings, model.working.FACTO, card.TOLER, card.MITER, card.NOUTP[0], card.NOUTP[1], card.KALGO,
                 card.KARCL, card.ARCLN, card.NODAR, card.IDOFA, noPostLevel, model.control.LARGE, model.control.ISIME,
                 model.loadStep.IDINA);
+  if (isRelative(static_cast<ArcLength>(card.KARCL))) {
+    channel.write(pairHeading);
+    for (const auto& pair : card.pairs) {
+      channel.write(pairRow, pair);
+    }
+  }
   const double FRACL = lastElement(model.mesh).FRACL;
   if (FRACL == 0.0) {
     channel.write(rootOfVolume);
@@ -79,9 +88,7 @@ bool readIncrementCard(Job& job, Model& model, const Kernel& kernel) {
     if (model.control.LARGE != 0 && card.KALGO == static_cast<int>(Algorithm::initialStiffness)) {
       throw RunEnd(">>>> ERROR EN GRANDES DEF. UTILIZAR NEWTON-RAPHSON", model.control.LARGE, card.KALGO);
     }
-    if (card.KARCL != 0) {
-      cards.fault("KARCL", card.KARCL, "0: arc-length control is not in this build yet");
-    }
+    readArcLengthData(job, model);
   }
   --card.NREPE;
   return true;

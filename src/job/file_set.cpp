@@ -19,16 +19,6 @@ constexpr std::size_t longestJobName = 60;
 constexpr std::array<std::string_view, 11> extensions = {
     ".dts", ".mec.sal", ".rst", ".mec.pos", ".din", ".arc", ".sec", ".mec.log", ".mec.sec", ".post.msh", ".post.res"};
 
-namespace entry {
-constexpr int deck = 1;
-constexpr int listing = 2;
-constexpr int pairs = 6;
-constexpr int log = 8;
-constexpr int postMesh = 10;
-constexpr int postResults = 11;
-constexpr int listingAgain = 21;
-}  // namespace entry
-
 /// Where the name proper begins, behind the folders: only its dots count.
 std::size_t nameStart(const std::string& path) {
   const std::size_t slash = path.rfind('/');

@@ -7,6 +7,18 @@ namespace zema {
 
 struct Job;
 
+/// Places of the file table.
+namespace entry {
+inline constexpr int deck = 1;
+inline constexpr int listing = 2;
+inline constexpr int restart = 3;
+inline constexpr int pairs = 6;
+inline constexpr int log = 8;
+inline constexpr int postMesh = 10;
+inline constexpr int postResults = 11;
+inline constexpr int listingAgain = 21;
+}  // namespace entry
+
 /// `FILEDEF`: the deck's name with its extension from the environment variable FOR005, cut to 60 characters;
 /// empty when the variable is not set.
 [[nodiscard]] std::string FILEDEF(const Job& job);

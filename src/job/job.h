@@ -40,6 +40,7 @@ struct Job {
   Channels channels;
   std::optional<CardReader> deck;           ///< channel 1, the data deck
   std::optional<CardReader> dynamicData{};  ///< channel 16, opened at the first dynamic load step
+  std::optional<CardReader> pairs{};        ///< channel 6, the .arc file, once a pair table has been read from it
   Clock clock;
   Console console;
   ProgressLine progress;

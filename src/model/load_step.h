@@ -33,20 +33,21 @@ struct LoadStep {
 
 /// The increment card; one card stands for NREPE equal increments.
 struct IncrementCard {
-  int NREPE = 0;                 ///< increments that the card still covers
-  double DFACT = 0.0;            ///< load factor of each of them
-  double DTIME = 0.0;            ///< time step
-  double TOLER = 0.0;            ///< tolerance on RATIO, percent
-  int MITER = 0;                 ///< greatest number of iterations
-  std::array<int, 4> NOUTP{};    ///< output codes 1 to 4
-  int KALGO = 0;                 ///< solution algorithm
-  int KARCL = 0;                 ///< arc-length type, 0 none
-  double ARCLN = 0.0;            ///< arc length
-  int NODAR = 0;                 ///< node, or rows of the pair table
-  int IDOFA = 0;                 ///< degree of freedom of arc-length types 4 to 6
-  int KFRES = 0;                 ///< 1: feeds the frequency records
-  std::array<int, 4> IPOST3D{};  ///< post selection: displacements, stresses, strains, plastic strains
-  std::array<int, 16> IIFLAG{};  ///< post selection of internal variables
+  int NREPE = 0;                          ///< increments that the card still covers
+  double DFACT = 0.0;                     ///< load factor of each of them
+  double DTIME = 0.0;                     ///< time step
+  double TOLER = 0.0;                     ///< tolerance on RATIO, percent
+  int MITER = 0;                          ///< greatest number of iterations
+  std::array<int, 4> NOUTP{};             ///< output codes 1 to 4
+  int KALGO = 0;                          ///< solution algorithm
+  int KARCL = 0;                          ///< arc-length type (ArcLength), 0 none
+  double ARCLN = 0.0;                     ///< arc length
+  int NODAR = 0;                          ///< node, or rows of the pair table
+  int IDOFA = 0;                          ///< degree of freedom of arc-length types 4 to 6
+  int KFRES = 0;                          ///< 1: feeds the frequency records
+  std::array<int, 4> IPOST3D{};           ///< post selection: displacements, stresses, strains, plastic strains
+  std::array<int, 16> IIFLAG{};           ///< post selection of internal variables
+  std::vector<std::array<int, 2>> pairs;  ///< pair table of types 5 and 6: two nodes (deck numbers) a row
 };
 
 /// How often the stiffness is rebuilt, as the increment card says.
@@ -56,6 +57,21 @@ enum class Algorithm : int {
   modifiedNewton = 3,
   modifiedNewtonSecondIteration = 4
 };
+
+/// KARCL: the constraint that decides the load factor of an increment; any other code leaves the factor of the card.
+enum class ArcLength : int {
+  updatedNormalPlane = 1,
+  sumOfDisplacements = 2,
+  spherical = 3,
+  onePosition = 4,       ///< the displacement IDOFA of node NODAR
+  relative = 5,          ///< the sum of relative displacements of the pair table
+  sphericalRelative = 6  ///< the norm of relative displacements of the first half of the pair table
+};
+
+/// The types that go by the pair table.
+[[nodiscard]] constexpr bool isRelative(ArcLength type) {
+  return type == ArcLength::relative || type == ArcLength::sphericalRelative;
+}
 
 /// State of the three loops; a value of the last iteration unless told.
 struct LoopState {
