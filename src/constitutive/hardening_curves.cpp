@@ -11,8 +11,6 @@
 namespace zema {
 namespace {
 
-constexpr double euler = 2.718281;         // base of the exponential strain curves, six decimals
-constexpr CurveValue spent{1.0e-11, 0.0};  // nothing is left to dissipate
 constexpr CurveValue spentBelow{-1.0e-11, 0.0};
 
 /// Slope of the straight line that dissipates g.
@@ -36,7 +34,7 @@ CurveValue power(double f, double s, double factor, double q, double kappa) {
 /// Exponential that starts at f and dissipates g.
 CurveValue exponential(double f, double g, double kappa) {
   const double A = f / g;
-  const double c = f * std::pow(euler, -A * kappa);
+  const double c = f * std::pow(curveBase, -A * kappa);
   return cutAtZero({c, -A * c});
 }
 

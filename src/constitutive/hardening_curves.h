@@ -25,6 +25,11 @@ struct CurveValue {
   double h = 0.0;
 };
 
+/// What is left of a curve once its energy is dissipated.
+inline constexpr CurveValue spent{1.0e-11, 0.0};
+/// Base of the exponential curves, with six decimals.
+inline constexpr double curveBase = 2.718281;
+
 /// The tension curve of a material (slots 8 to 13) or its compression curve (14 to 19). f: initial stress; l:
 /// characteristic length.
 [[nodiscard]] HardeningCurve tensionCurve(const Material& material, double f, double l);

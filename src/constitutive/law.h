@@ -81,6 +81,7 @@ struct PointStrains {
   Strain<N> lastTotal;  ///< total strain at the start of the step
   Strain<N> rate;       ///< rate of strain; 0 in a static run
   Strain<N> lastRate;   ///< at the start of the step
+  Strain<N> initial;    ///< stress-free strain, from temperature for example
 };
 
 /// Input of a law. Stresses and strains are those of the space in which laws run: the mapped isotropic space, with
@@ -100,6 +101,8 @@ struct LawInput {
   [[nodiscard]] Strain<N> STRANT() const { return toLawSpace(real.lastTotal); }  ///< strain at its start
   [[nodiscard]] Strain<N> VSTRAT() const { return toLawSpace(real.rate); }       ///< rate of strain
   [[nodiscard]] Strain<N> VSTRATT() const { return toLawSpace(real.lastRate); }  ///< rate at the start of the step
+  /// Strain that SIGMA comes from: total less plastic less stress-free strain.
+  [[nodiscard]] Strain<N> elasticStrain() const { return toLawSpace(real.total - real.plastic - real.initial); }
   /// Isotropic elastic matrix; with KTANP 1 moved into the current configuration.
   [[nodiscard]] Matrix<N> DMANX() const {
     Matrix<N> D = at.elastic.D;

@@ -93,7 +93,7 @@ struct Perturbation {
 template <int N>
 void MODULP(const MaterialPoint<N>& at, LawFunction<N> law, const CommittedPoint<N>& start, UpdatedPoint<N>& result) {
   const PointStrains<N>& strains = start.strains;
-  const Strain<N> elasticStrain = strains.total - strains.plastic - start.initialStrain;
+  const Strain<N> elasticStrain = strains.total - strains.plastic - strains.initial;
   const Stress<N> predictor = MODULI(at.elastic.record.VDMANX, elasticStrain, at.F, at.pushed(), at.pass.KTANP);
   LawInput<N> input{at, start.state, strains, toLawSpace(at, predictor), toLawSpace(at, start.STRSG), {}};
   input.STRES = input.SIGMA - input.PRESG;

@@ -9,8 +9,7 @@ namespace zema {
 template <int N>
 struct CommittedPoint {
   PointStrains<N> strains;
-  Stress<N> STRSG;          ///< stress at the start of the step
-  Strain<N> initialStrain;  ///< stress-free strain, from temperature for example
+  Stress<N> STRSG;  ///< stress at the start of the step
   LawState state;
 };
 

@@ -7,9 +7,13 @@
 #include "constitutive/backward_euler.h"
 #include "constitutive/elastic_law.h"
 #include "constitutive/euler_corrector.h"
+#include "constitutive/general_damage.h"
 #include "constitutive/kelvin_voigt_law.h"
 #include "constitutive/kinematic_hardening.h"
+#include "constitutive/one_measure_damage.h"
+#include "constitutive/simple_damage.h"
 #include "constitutive/subincrementing.h"
+#include "constitutive/two_measure_damage.h"
 #include "constitutive/user_law.h"
 #include "constitutive/visco_damage_law.h"
 #include "constitutive/viscoelastic_law.h"
@@ -24,8 +28,8 @@ constexpr std::array<LawRow<N>, 20> laws{{
     {Law::eulerCorrector, "EULER", ECUAA<N>},
     {Law::subincrementing, "HINTON Y OWEN", ECUAB<N>},
     {Law::kinematicHardening, "LUBLINER", ECUAC<N>},
-    {Law::simpleDamage, "SIMPLE DAMAGE"},
-    {Law::generalDamage, "GENER. DAMAGE"},
+    {Law::simpleDamage, "SIMPLE DAMAGE", DEGRAA<N>, Criterion::shear, checkSimpleDamage},
+    {Law::generalDamage, "GENER. DAMAGE", DEGRAB<N>, Criterion::lublinerOller, checkGeneralDamage},
     {Law::viscoelastic, "VISCOELASTIC", VISCOE<N>},
     {Law::viscoelasticDynamic, "VISCOELASTIC", VISCOK<N>},
     {Law::backwardEuler, "BACK. EURLER", ECUAD<N>},
@@ -38,9 +42,17 @@ constexpr std::array<LawRow<N>, 20> laws{{
     {Law::userDefined, "USER DEFINED", ECUAJ<N>},
     {Law::damageFriction, "DAMAG-FRICTION"},
     {Law::unnamed17, ""},
-    {Law::tensionCompressionDamage, "DMDM-MCM"},
-    {Law::tensionCompressionDamageAlternative, "DMDMD"},
+    {Law::tensionCompressionDamage, "DMDM-MCM", DEGRA18<N>, Criterion::lublinerOller, checkOneMeasureDamage},
+    {Law::tensionCompressionDamageAlternative, "DMDMD", DEGRAC<N>, Criterion::shear, checkTwoMeasureDamage},
 }};
+
+template <int N>
+void refuseMaterial(const LawRow<N>& row, const Material& material, const std::string& who) {
+  if (material.NCRIT > row.lastCriterion)
+    throw InputFault(who + ", which does not admit yield function " + std::to_string(static_cast<int>(material.NCRIT)) +
+                     ", only 1 to " + std::to_string(static_cast<int>(row.lastCriterion)));
+  if (row.check != nullptr) row.check(material, who);
+}
 
 }  // namespace
 
@@ -50,8 +62,11 @@ LawFunction<N> lawOf(const Material& material, int m) {
       "material " + std::to_string(m) + " asks for law " + std::to_string(static_cast<int>(material.NTINT));
   for (const LawRow<N>& row : laws<N>) {
     if (row.code != material.NTINT) continue;
-    if (row.update != nullptr) return row.update;
     fault.append(" \"").append(row.label).append("\"");
+    if (row.update != nullptr) {
+      refuseMaterial(row, material, fault);
+      return row.update;
+    }
     throw InputFault(fault + ", which is not in this build yet");
   }
   throw InputFault(fault + ", which does not exist; the laws are numbered from 0 to " +

@@ -21,7 +21,7 @@ CommittedPoint<N> DECOMP(const ComponentStrain<N>& strain, const Rotation<N>& ax
   strains.plastic = Strain<N>::from(records.committed, places.STRAP());
   strains.lastTotal = Strain<N>::from(records.committed, places.STRAT());
   strains.lastRate = Strain<N>::from(records.committed, places.VSTRAT());
-  if (strain.initialStrain != nullptr) start.initialStrain = *strain.initialStrain;
+  if (strain.initialStrain != nullptr) strains.initial = *strain.initialStrain;
 
   start.STRSG = Stress<N>::from(records.committed, places.STRSG());
   std::copy_n(records.committedInternal.data(), internal::count, start.state.INTVAR.data());

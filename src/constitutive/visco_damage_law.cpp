@@ -1,11 +1,11 @@
 // The standard solid with one scalar of damage.
 #include "constitutive/visco_damage_law.h"
 
-#include <cmath>
-
 #include "constitutive/characteristic_length.h"
+#include "constitutive/damage_curves.h"
+#include "constitutive/damage_growth.h"
+#include "constitutive/damage_measure.h"
 #include "constitutive/fatigue.h"
-#include "constitutive/principal_stresses.h"
 #include "constitutive/viscoelastic_law.h"
 #include "constitutive/yield_function.h"
 
@@ -26,12 +26,7 @@ EquivalentStress equivalentStress(const LawInput<N>& input, double frictionAngle
     const StressInvariants<N> invariants = invariantsOf(SIGMA);
     return {PLINVA(invariants, yieldData(material, frictionAngle)).F, invariants.p};
   }
-  const std::array<double, 3> principal = PRINSI(SIGMA);
-  const TensionShare share = tensionShare(principal);
-  double squares = 0.0;
-  for (const double value : principal) squares += value * value;
-  return {std::sqrt(squares) * (share.r() * material(slot::damageRatio) + 1.0 - share.r()),
-          (SIGMA[0] + SIGMA[1] + SIGMA[3]) / 3.0};
+  return {principalStressNorm(SIGMA, material(slot::damageRatio)), (SIGMA[0] + SIGMA[1] + SIGMA[3]) / 3.0};
 }
 
 /// Damage of an equivalent stress beyond the strength.
@@ -46,7 +41,7 @@ double exponentialDamage(const Material& material, const PointGeometry& geometry
                            "f^2) - 0.5, which must be\n  above 0: use smaller elements, a larger fracture energy "
                            "(slot 13) or a lower strength (slot 30), and give slot 31.");
   }
-  return 1.0 - f / tau * std::exp((1.0 - tau / f) / denominator);
+  return exponentialSoftening(tau, f, 1.0 / denominator).d;
 }
 
 }  // namespace
@@ -68,8 +63,7 @@ void VISDAM(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
   }
   result.SGTOT = relaxedStress(input, oldDamage < 1.0 ? (1.0 - d) / (1.0 - oldDamage) : 0.0, 1.0 - d);
 
-  const double volume = input.at.geometry.dV * input.at.geometry.DETF;
-  result.sums = {volume * energy, volume * d, d > 0.0 ? volume : 0.0};
+  result.sums = damageSums(input.at.geometry, energy, d);
   INTVAR[internal::damage] = d;
   INTVAR[internal::dissipation] += energy;
   INTVAR[internal::yieldStress] = (1.0 - d) * tau;

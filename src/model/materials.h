@@ -62,8 +62,12 @@ inline constexpr int mapXY = 47;
 inline constexpr int mapZZ = 48;
 inline constexpr int parallelSpring = 49;  ///< Young modulus of the parallel spring of the viscous laws
 inline constexpr int relaxationTime = 50;
-inline constexpr int convection = 57;  ///< convection factor of a side
-inline constexpr int expansionX = 61;  ///< thermal expansion x, y, z: 61 to 63
+inline constexpr int damageSoftening = 51;       ///< softening law: 1 linear, other exponential; law 18: of tension
+inline constexpr int damageSlope = 52;           ///< given slope of the linear law, force / length^2
+inline constexpr int damageSlopeFlag = 53;       ///< 0 automatic, other: given
+inline constexpr int damageFractureEnergy = 54;  ///< energy / area
+inline constexpr int convection = 57;            ///< convection factor of a side
+inline constexpr int expansionX = 61;            ///< thermal expansion x, y, z: 61 to 63
 inline constexpr int referenceTemperature = 64;
 inline constexpr int youngCurvePoints = 65;  ///< points of the Young-temperature curve
 inline constexpr int poissonCurvePoints = 66;
@@ -72,8 +76,11 @@ inline constexpr int shearXZ = 68;  ///< 0: computed
 inline constexpr int shearYZ = 69;  ///< 0: computed
 inline constexpr int mapXZ = 70;
 inline constexpr int mapYZ = 71;
-inline constexpr int angleAboutY = 72;  ///< first of the three orthotropy angles, degrees
-inline constexpr int angleAboutX = 73;  ///< third of the three orthotropy angles, degrees
+inline constexpr int angleAboutY = 72;            ///< first of the three orthotropy angles, degrees
+inline constexpr int angleAboutX = 73;            ///< third of the three orthotropy angles, degrees
+inline constexpr int compressionSoftening = 94;   ///< law 18: softening law of compression
+inline constexpr int tensionParameters = 95;      ///< law 18: parameters of its tension curve, 95 to 97
+inline constexpr int compressionParameters = 98;  ///< law 18: parameters of its compression curve, 98 to 100
 }  // namespace slot
 
 /// Yield functions and potentials of the deck.
