@@ -1,18 +1,7 @@
 // Stress and tangent of a damaged material.
 #include "constitutive/damage_growth.h"
 
-#include "constitutive/elastic_tangent.h"
-
 namespace zema {
-
-template <int N>
-Matrix<N> undamagedTangent(const LawInput<N>& input) {
-  Matrix<N> D = input.DMANX();
-  if (!input.at.pushed() || input.at.pass.KTANP != 2) return D;
-  const Matrix<N> fromStress = PLRIGIL(D, input.elasticStrain());
-  for (std::size_t i = 0; i < D.values.size(); ++i) D.values[i] += fromStress.values[i];
-  return D;
-}
 
 template <int N>
 Matrix<N> DARIGI(const Matrix<N>& D, const Stress<N>& SIGMA, const DamageGrowth<N>& growth) {
@@ -46,13 +35,11 @@ void returnDamagedStress(const LawInput<N>& input, const DamageGrowth<N>& growth
   state.INTVAR[internal::reducedYieldStress] = growth.factor * measure;
   state.INTVAR[internal::elasticFlag] = growth.untouched() ? 1.0 : 0.0;
   if (growth.untouched()) return;
-  const Matrix<N> D = undamagedTangent(input);
+  const Matrix<N> D = input.DMANX();
   result.tangent = growth.shift == 0.0 ? DARIGI(D, input.SIGMA, growth) : DARINU(D, input.SIGMA, growth);
   result.hasTangent = true;
 }
 
-template Matrix<4> undamagedTangent(const LawInput<4>&);
-template Matrix<6> undamagedTangent(const LawInput<6>&);
 template Matrix<4> DARIGI(const Matrix<4>&, const Stress<4>&, const DamageGrowth<4>&);
 template Matrix<6> DARIGI(const Matrix<6>&, const Stress<6>&, const DamageGrowth<6>&);
 template Matrix<4> DARINU(const Matrix<4>&, const Stress<4>&, const DamageGrowth<4>&);

@@ -21,10 +21,6 @@ struct DamageGrowth {
   [[nodiscard]] bool untouched() const { return d == 0.0 && !loading; }
 };
 
-/// Elastic tangent of the space of the law: D; with KTANP 2 and KPUSH 2 it has the part that comes from the stress.
-template <int N>
-[[nodiscard]] Matrix<N> undamagedTangent(const LawInput<N>& input);
-
 /// `DARIGI`: (1 - d) D - SIGMA (x) gradient, with the stress SIGMA of the undamaged material; without growth the secant
 /// (1 - d) D. Literature: Simo & Ju (1987).
 template <int N>

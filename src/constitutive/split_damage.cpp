@@ -12,7 +12,7 @@ Matrix<N> splitTangent(const LawInput<N>& input, const SpectralSplit<N>& split, 
   Matrix<N> left = split.positiveDerivative();
   for (double& value : left.values) value *= compression.d - tension.d;
   for (int i = 0; i < N; ++i) left(i, i) += 1.0 - compression.d;
-  Matrix<N> tangent = PROMA1(left, undamagedTangent(input));
+  Matrix<N> tangent = PROMA1(left, input.DMANX());
   for (int i = 0; i < N; ++i)
     for (int j = 0; j < N; ++j)
       tangent(i, j) -= split.positive[i] * tension.gradient[j] + split.negative[i] * compression.gradient[j];
