@@ -165,7 +165,8 @@ void SerialIteration<N>::solve() {
   int timesMet = 0;
   for (int iteration = 1;; ++iteration) {
     updateComponents();
-    if (!pair_.rule.hasSerial()) return;
+    // A strain that is not finite is the business of whoever sums the forces.
+    if (!pair_.rule.hasSerial() || !std::isfinite(norm(input_.strain.STRAT))) return;
     const Stress<N> difference = pair_.rule.difference(matrix_.result.stress, fibre_.result.stress);
     const double size = norm(difference), smaller = smallerStress();
     if (size <= negligible * smaller || size <= floor()) return;
