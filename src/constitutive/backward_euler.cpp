@@ -27,6 +27,7 @@ class Return {
         state_(state),
         startingKappa_(state.INTVAR[internal::kappa]),
         stress_(problem.trial) {
+    yield_.factor = problem.fatigueFactor;
     MODAUX(input_, stress_, problem_.D, Normals::recomputed, {}, state_, yield_);
     f_ = yield_.yield.F - std::abs(state_.INTVAR[internal::yieldStress]);
   }

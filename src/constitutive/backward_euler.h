@@ -14,7 +14,8 @@ struct ReturnProblem {
   const Stress<N>& trial;
   const Matrix<N>& D;
   FlowDerivative derivative = FlowDerivative::analytic;
-  const char* words = "";  ///< of the stop
+  const char* words = "";      ///< of the stop
+  double fatigueFactor = 0.0;  ///< 0: formed from the trial stress
 };
 
 /// Returns a trial stress to the yield surface: s = trial - lambda D g(s), F(s) = K, by Newton's method on stress and

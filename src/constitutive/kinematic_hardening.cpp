@@ -3,6 +3,7 @@
 
 #include "constitutive/fatigue.h"
 #include "constitutive/plastic_answer.h"
+#include "foundation/errors.h"
 #include "foundation/single_precision.h"
 
 namespace zema {
@@ -51,7 +52,7 @@ struct Trial {
   double factor = 1.0;  ///< fatigue factor
   Strain<N> de;         ///< deviatoric strain of the step
   Strain<N> flow;       ///< 1.5 s / F: plastic strain for a unit of x
-  double t = 0.0;       ///< s . de / F
+  double t = 0.0;       ///< s . de / F without fatigue
 
   Trial(const LawInput<N>& input, LawState& state) {
     const Material& material = input.at.material;
@@ -69,7 +70,7 @@ struct Trial {
   /// Takes in the strain of the step, of use beyond the surface only.
   void takeIncrement(const Strain<N>& increment) {
     de = deviatorOf(increment);
-    t = dot(invariants.s, de) / F;
+    t = dot(invariants.s, de) / (F * factor * factor);  // so that 3 G t is the growth of F in an elastic step
     for (int i = 0; i < N; ++i) flow[i] = (isShear(i) ? 3.0 : 1.5) * invariants.s[i] / F;
   }
 };
@@ -88,7 +89,7 @@ Matrix<N> tangentOf(const LawInput<N>& input, const Matrix<N>& D, const Trial<N>
   }
   Matrix<N> tangent = PROMA1(D, flowByStrain);
   for (int j = 0; j < N; ++j) {
-    const double dt = (trial.invariants.s[j] + Dde[j] - trial.t * dF[j]) / trial.F;
+    const double dt = ((trial.invariants.s[j] + Dde[j]) / (trial.factor * trial.factor) - trial.t * dF[j]) / trial.F;
     const double dx = solution.byExcess * dF[j] + solution.byStrain * dt - solution.x * dF[j] / trial.F;
     for (int i = 0; i < N; ++i) tangent(i, j) = D(i, j) - Dflow[i] * dx - solution.x / trial.F * tangent(i, j);
   }
@@ -127,6 +128,12 @@ void ECUAC(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
   if (!at.pass.wantsTangent()) return;
   result.tangent = tangentOf(input, D, trial, solution);
   result.hasTangent = true;
+}
+
+void checkGeneralisedPlasticity(const Material& material, const std::string& who) {
+  if (material.NCRIT != Criterion::vonMises) throw InputFault(who + ", which is made for yield function 2, von Mises");
+  if (material(slot::kinematicSlope) + material(slot::initialHardening) == 0.0)
+    throw InputFault(who + ", in which the sum of the hardening slopes, slots 32 and 33, must not be 0");
 }
 
 template void ECUAC(const LawInput<4>&, LawState&, LawResult<4>&);

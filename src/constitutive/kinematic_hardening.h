@@ -1,6 +1,8 @@
 // The plastic law 3: isotropic and kinematic hardening, with a smooth onset of yield.
 #pragma once
 
+#include <string>
+
 #include "constitutive/law.h"
 
 namespace zema {
@@ -14,5 +16,8 @@ namespace zema {
 /// Auricchio (1993).
 template <int N>
 void ECUAC(const LawInput<N>& input, LawState& state, LawResult<N>& result);
+
+/// Throws InputFault for a material that `ECUAC` cannot work with. who: what the fault is about.
+void checkGeneralisedPlasticity(const Material& material, const std::string& who);
 
 }  // namespace zema

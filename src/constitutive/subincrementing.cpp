@@ -38,7 +38,7 @@ void ECUAB(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
   if (!std::isfinite(trialF)) stopReturn(at, words);
   const Excess excess = excessOf(trialF, K, state.lastYield);
   if (YieldTest(at.pass, K, trialF).elastic(excess.e)) {
-    state.lastYield = std::abs(trialF);
+    state.lastYield = trialF;
     state.INTVAR[internal::reducedYieldStress] = yield.factor * K;
     return answerElastic(at, input.SIGMA, state, result);
   }
@@ -58,11 +58,11 @@ void ECUAB(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
     stress.add(-multiplier, yield.Dg);
     MODAUX(input, stress, D, Normals::recomputed, {increment, state.INTVAR[internal::kappa], true}, state, yield);
   }
-  state.lastYield = std::abs(yield.yield.F);
-  if (!std::isfinite(yield.yield.F)) stopReturn(at, words);
+  state.lastYield = yield.yield.F;
+  if (!std::isfinite(state.lastYield)) stopReturn(at, words);
   if (state.lastYield > std::abs(K)) {
-    stress *= K / state.lastYield;
-    state.lastYield = K;
+    stress *= std::abs(K) / state.lastYield;
+    state.lastYield = std::abs(K);
   }
   answerPlastic(at, stress, plastic, state, result);
   answerTangent(at.pass, D, yield.a, yield.g, hardeningSlope(state), result);

@@ -1,0 +1,322 @@
+// The plastic laws at one point.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <random>
+
+#include "constitutive/law_samples.h"
+#include "constitutive/law_table.h"
+#include "constitutive/sample_materials.h"
+#include "constitutive/yield_function.h"
+#include "foundation/distance.h"
+
+namespace zema {
+namespace {
+
+constexpr double degree = std::numbers::pi / 180.0;
+constexpr double slope = 200.0e3 / 9.0;  // plastic slope of a tangent modulus of 20e3
+constexpr auto allLaws = {Law::eulerCorrector, Law::subincrementing,        Law::kinematicHardening,
+                          Law::backwardEuler,  Law::backwardEulerCorrector, Law::backwardEulerNumeric};
+
+/// Steel: E 200e3, f 200, plastic slope H; criteria 3 to 5 are 3 times weaker in tension.
+Material steel(Law law, Criterion criterion, double H) {
+  Material material = isotropicMaterial(200.0e3, 0.3);
+  material.NCRIT = material.NCRIP = criterion;
+  material.NTINT = law;
+  material.NFLUG = Flow::variable;
+  material.NHARD = HardeningVariable::strain;
+  material.NMATX = TangentChoice::algorithmic;
+  const double R = criterion < Criterion::mohrCoulomb ? 1.0 : 3.0;
+  for (const int place : {slot::yieldRatio, slot::potentialRatio, slot::tensionPeakStress}) material(place) = R;
+  for (const int place : {slot::frictionAngle, slot::dilatancyAngle}) material(place) = 30.0 * degree;
+  for (const int place : {slot::tensionCurve, slot::tensionPeakDissipation, slot::tensionSlopeFlag})
+    material(place) = 1.0;
+  for (const int place : {slot::yieldAlpha, slot::potentialAlpha}) material(place) = 0.12;
+  material(slot::yieldStress) = 200.0;
+  material(slot::tensionSlope) = material(slot::initialHardening) = H;
+  material(slot::kinematicExponent) = 1.0e-9;
+  return material;
+}
+
+/// Law 3 is made for von Mises.
+bool admits(Law law, int criterion) {
+  return law != Law::kinematicHardening || criterion == 2;
+}
+
+template <int N>
+struct LawPoint : SamplePoint<N> {
+  explicit LawPoint(const Material& given) : SamplePoint<N>(given, lawOf<N>(given, 1)) { this->pass.TOLER = 1.0e-6; }
+  [[nodiscard]] double operator[](int place) const { return this->trialInternal[static_cast<std::size_t>(place)]; }
+};
+
+/// Drives a point to an axial strain with no stress in the other places, and commits. Returns the axial stress.
+template <int N>
+double pull(LawPoint<N>& point, double axial) {
+  auto strain = Strain<N>::from(point.committed, point.places.STRAT());
+  strain[0] = axial;
+  for (int iteration = 0; iteration < 60; ++iteration) {
+    const Stress<N> stress = point.update(strain).stress;
+    const Matrix<N> tangent = point.tangent();
+    Matrix<N - 1> lateral;
+    Matrix<N - 1, 1> correction;
+    for (int i = 1; i < N; ++i) {
+      correction(i - 1, 0) = -stress[i];
+      for (int j = 1; j < N; ++j) lateral(i - 1, j - 1) = tangent(i, j);
+    }
+    if (distance(Matrix<N - 1, 1>{}, correction) < 1.0e-7) {
+      point.commit();
+      return stress[0];
+    }
+    if (!solveColumns(lateral, correction)) break;
+    for (int i = 1; i < N; ++i) strain[i] += correction(i - 1, 0);
+  }
+  ADD_FAILURE() << "no uniaxial state at strain " << axial;
+  return std::nan("");
+}
+
+TEST(PlasticLaws, UniaxialBar) {
+  const auto check = [](Law law, Criterion criterion, double sign) {
+    SCOPED_TRACE(testing::Message() << "law " << static_cast<int>(law) << " criterion " << static_cast<int>(criterion));
+    const bool edge = criterion == Criterion::lublinerOller;  // uniaxial compression is an edge of its surface
+    Material material = steel(law, criterion, slope);
+    if (edge) material.NMATX = TangentChoice::perturbed;
+    LawPoint<6> bar(material);
+    for (const auto& [strain, stress] : {std::pair{0.0009, 180.0}, {0.0015, 210.0}, {0.0021, 222.0}, {0.003, 240.0}})
+      EXPECT_NEAR(pull(bar, sign * strain), sign * stress, 3.0e-5);
+    EXPECT_NEAR(bar.trial[12], sign * 0.0018, 1.0e-9);
+    if (edge) return;
+    EXPECT_NEAR(pull(bar, sign * 0.0018), 0.0, 3.0e-5);
+    EXPECT_NEAR(pull(bar, sign * 0.00301), sign * 240.2, 3.0e-5);
+    LawPoint<4> perfect(steel(law, criterion, 1.0e-3));
+    for (const double strain : {0.0011, 0.002}) EXPECT_NEAR(pull(perfect, sign * strain), sign * 200.0, 3.0e-6);
+  };
+  for (const Law law : allLaws) {
+    for (int code = 1; code <= 4; ++code)
+      if (admits(law, code)) check(law, static_cast<Criterion>(code), -1.0);
+    for (int code = 1; code <= 2; ++code)
+      if (admits(law, code)) check(law, static_cast<Criterion>(code), 1.0);
+  }
+  check(Law::eulerCorrector, Criterion::lublinerOller, -1.0);
+}
+
+TEST(PlasticLaws, DilatancyOfThePotential) {
+  for (const Law law : {Law::eulerCorrector, Law::subincrementing, Law::backwardEuler, Law::backwardEulerNumeric}) {
+    for (const Criterion criterion : {Criterion::mohrCoulomb, Criterion::druckerPrager}) {
+      for (const double psi : {0.0, 10.0, 30.0}) {
+        Material material = steel(law, criterion, 1.0e-3);
+        material(slot::dilatancyAngle) = psi * degree;
+        material(slot::potentialRatio) = std::pow(std::tan((45.0 + psi / 2.0) * degree), 2);
+        LawPoint<6> column(material);
+        for (const double strain : {-0.002, -0.004}) (void)pull(column, strain);
+
+        const auto plastic = Strain<6>::from(column.committed, column.places.STRAP());
+        const double s = std::sin(psi * degree), lateral = -0.5 - s / (1.0 - s);
+        EXPECT_NEAR(plastic[1] / plastic[0], lateral, 1.0e-7);
+        EXPECT_NEAR(plastic[3] / plastic[0], lateral, 1.0e-7);
+      }
+    }
+  }
+}
+
+/// Largest difference of the tangent from central differences, over the elastic modulus; -1: elastic or stopped.
+template <int N>
+double tangentError(LawPoint<N>& point, const Strain<N>& at) {
+  constexpr double h = 1.0e-8;
+  double error = 0.0;
+  try {
+    (void)point.update(at);
+    if (point[internal::elasticFlag] != 0.0) return -1.0;
+    const Matrix<N> tangent = point.tangent();
+    for (int j = 0; j < N; ++j) {
+      Strain<N> above = at, below = at;
+      above[j] += h;
+      below[j] -= h;
+      const Stress<N> column = (0.5 / h) * (point.update(above).stress - point.update(below).stress);
+      for (int i = 0; i < N; ++i) error = std::max(error, std::abs(tangent(i, j) - column[i]));
+    }
+  } catch (const ConstitutiveStop&) {  // beyond an apex
+    return -1.0;
+  }
+  return error / point.elastic.D(0, 0);
+}
+
+/// Material data of steel on an orthotropic, turned body. Perfectly plastic.
+Material turnedOrthotropic(Law law, Criterion criterion) {
+  Material material = orthotropicMaterial();
+  const Material plastic = steel(law, criterion, 1.0e-9);
+  for (int place = slot::dilatancyAngle; place <= slot::kinematicExponent; ++place) material(place) = plastic(place);
+  material.NCRIT = material.NCRIP = criterion;
+  material.NTINT = law;
+  material.NFLUG = plastic.NFLUG;
+  material.NHARD = plastic.NHARD;
+  material.NMATX = plastic.NMATX;
+  material(slot::yieldStress) = 0.2;
+  material(slot::angleAboutY) = 25.0;
+  material(slot::angleAboutZ) = 40.0;
+  return material;
+}
+
+/// Median and greatest tangent error of random steps from the virgin state.
+template <int N>
+std::pair<double, double> tangentErrors(const Material& material, double size) {
+  std::mt19937 engine(3);
+  std::uniform_real_distribution<double> value(-size, size);
+  std::vector<double> errors;
+  while (errors.size() < 40) {
+    LawPoint<N> point(material);
+    point.geometry.FRACL = 1.0;
+    Strain<N> strain;
+    for (double& component : strain.values) component = value(engine);
+    const double error = tangentError(point, strain);
+    if (error >= 0.0) errors.push_back(error);
+  }
+  std::sort(errors.begin(), errors.end());
+  return {errors[errors.size() / 2], errors.back()};
+}
+
+TEST(PlasticLaws, TangentsAgainstDifferences) {
+  using enum Criterion;
+  Material work = steel(Law::backwardEuler, vonMises, 0.0);
+  work.NHARD = HardeningVariable::work;
+  work(slot::tensionCurve) = work(slot::compressionCurve) = 2.0;
+  work(slot::tensionFractureEnergy) = work(slot::compressionFractureEnergy) = 20.0;
+  Material continuous = steel(Law::backwardEuler, vonMises, slope);
+  continuous.NMATX = TangentChoice::continuous;
+  struct Row {
+    Material material;
+    double size, median, greatest;
+  };
+  for (const auto& [material, size, median, greatest] :
+       {Row{steel(Law::backwardEuler, vonMises, slope), 1.5e-3, 1.0e-10, 1.0e-9},
+        Row{steel(Law::backwardEuler, druckerPrager, slope), 1.5e-3, 1.0e-10, 1.0e-8},
+        Row{steel(Law::backwardEulerNumeric, vonMises, slope), 1.5e-3, 4.0e-5, 2.0e-4},
+        Row{steel(Law::backwardEulerNumeric, mohrCoulomb, slope), 1.5e-3, 2.0e-4, 1.0},
+        Row{steel(Law::kinematicHardening, vonMises, slope), 1.5e-3, 1.0e-10, 1.0e-9},
+        Row{work, 1.5e-3, 2.0e-6, 1.0e-5}, Row{turnedOrthotropic(Law::backwardEuler, vonMises), 0.01, 1.0e-9, 1.0e-8},
+        Row{turnedOrthotropic(Law::backwardEuler, druckerPrager), 0.004, 1.0e-9, 1.0e-7},
+        Row{turnedOrthotropic(Law::kinematicHardening, vonMises), 0.01, 1.0e-9, 1.0e-8},
+        Row{continuous, 1.5e-3, 0.2, 0.3}}) {
+    SCOPED_TRACE(testing::Message() << "law " << static_cast<int>(material.NTINT) << " criterion "
+                                    << static_cast<int>(material.NCRIT));
+    const auto inSpace = tangentErrors<6>(material, size), inPlane = tangentErrors<4>(material, size);
+    EXPECT_LT(std::max(inSpace.first, inPlane.first), median);
+    EXPECT_LT(std::max(inSpace.second, inPlane.second), greatest);
+  }
+}
+
+TEST(PlasticLaws, TurnedFrameAndOtherUnits) {
+  const std::array<double, 3> angles{35.0, -20.0, 50.0};
+  const Rotation<6> turn(angles);
+  constexpr double unit = 1.0e6;
+  for (const Law law : allLaws) {
+    for (int code = 1; code <= 5; ++code) {
+      if (!admits(law, code)) continue;
+      const Material material = steel(law, static_cast<Criterion>(code), slope);
+      Material scaled = material;
+      for (const int place :
+           {slot::youngX, slot::youngY, slot::youngZ, slot::yieldStress, slot::tensionSlope, slot::initialHardening}) {
+        scaled(place) *= unit;
+      }
+      LawPoint<6> point(material), turned(material), other(scaled);
+      const Strain<6> strain{{-1.0e-3, 7.0e-4, 1.2e-3, 2.0e-4, 5.0e-4, -6.0e-4}};
+      Strain<6> turnedStrain = strain;
+      ROTV(turnedStrain, turn, Direction::toGlobal);
+
+      const Stress<6> stress = point.update(strain).stress;
+      Stress<6> back = turned.update(turnedStrain).stress;
+      ROTV(back, turn, Direction::toLocal);
+      EXPECT_EQ(point[internal::elasticFlag], 0.0);
+      const bool byDifferences = law == Law::backwardEulerNumeric;  // along the axes, with an absolute least step
+      EXPECT_LT(distance(back, stress), byDifferences ? 0.1 : 2.0e-7) << static_cast<int>(law) << ' ' << code;
+      EXPECT_LT(distance((1.0 / unit) * other.update(strain).stress, stress), byDifferences ? 1.0e-3 : 2.0e-7);
+    }
+  }
+}
+
+TEST(PlasticLaws, KinematicAndIsotropicHardening) {
+  for (const double isotropic : {0.0, 0.5, 1.0}) {
+    Material material = steel(Law::kinematicHardening, Criterion::vonMises, isotropic * slope);
+    material(slot::kinematicSlope) = (1.0 - isotropic) * slope;
+    LawPoint<6> bar(material);
+    EXPECT_NEAR(pull(bar, 0.0015), 210.0, 1.0e-4);
+    EXPECT_NEAR(pull(bar, 0.003), 240.0, 1.0e-4);
+    // elastic range: 400, and twice the isotropic part of the hardening
+    const double reversed = 240.0 - 400.0 - 2.0 * isotropic * 40.0;
+    const double strain = 0.003 - (240.0 - reversed) / 200.0e3;
+    (void)pull(bar, strain + 1.0e-4);
+    EXPECT_EQ(bar[internal::elasticFlag], 1.0);
+    EXPECT_NEAR(pull(bar, strain - 1.0e-4), reversed - 2.0, 1.0e-3);
+    EXPECT_NEAR(pull(bar, strain - 2.0e-4), reversed - 4.0, 1.0e-3);
+  }
+}
+
+TEST(PlasticLaws, GeneralisedPlasticityStaysAboveTheSurfaceByMTimesTheSlope) {
+  Material material = steel(Law::kinematicHardening, Criterion::vonMises, 2000.0);
+  material(slot::kinematicExponent) = 0.01;
+  LawPoint<6> bar(material);
+  double stress = 0.0;
+  for (int step = 1; step <= 400; ++step) stress = pull(bar, 1.0e-4 * step);
+  EXPECT_NEAR(stress - bar[internal::yieldStress], 0.01 * 2000.0, 0.2);
+}
+
+TEST(PlasticLaws, FatigueLowersTheYieldStress) {
+  for (const Law law : allLaws) {
+    LawPoint<6> bar(steel(law, Criterion::vonMises, 1.0e-3));
+    bar.material(slot::damageStress) = 200.0;
+    bar.pass.TCYCL = 1.0;
+    bar.pass.NCYCL = 1.0e4;
+    bar.pass.FATIM = 0.0;  // exponent 8 of log10 N
+    const int values = bar.places.fatigue();
+    bar.committed[static_cast<std::size_t>(values + 4)] = 1.0;  // settled
+    bar.committed[static_cast<std::size_t>(values + 5)] = 1.0e-5;
+    const double factor = std::exp(-1.0e-5 * std::pow(4.0, 8));
+    EXPECT_NEAR(pull(bar, 0.0012), factor * 200.0, 1.0e-4) << static_cast<int>(law);
+    EXPECT_NEAR(bar[internal::reducedYieldStress], factor * bar[internal::yieldStress], 1.0e-9);
+  }
+}
+
+TEST(PlasticLaws, RandomHistoriesStayFiniteAndBelowTheSurface) {
+  std::mt19937 engine(11);
+  std::uniform_real_distribution<double> value(-1.0e-3, 1.0e-3);
+  int stops = 0, steps = 0;
+  for (const Law law : allLaws) {
+    for (int code = 1; code <= 5; ++code) {
+      if (!admits(law, code)) continue;
+      for (const double H : {slope, -2000.0}) {
+        LawPoint<6> point(steel(law, static_cast<Criterion>(code), H));
+        for (int step = 0; step < 100; ++step, ++steps) {
+          auto strain = Strain<6>::from(point.committed, point.places.STRAT());
+          for (double& component : strain.values) component += value(engine);
+          try {
+            (void)point.update(strain);
+          } catch (const ConstitutiveStop& stop) {
+            EXPECT_NE(std::string(stop.what()).find("DETENIDO EN -ECUA"), std::string::npos);
+            ++stops;
+            continue;
+          }
+          for (const double number : point.trial) ASSERT_TRUE(std::isfinite(number));
+          for (const double number : point.trialInternal) ASSERT_TRUE(std::isfinite(number));
+          point.commit();
+          if (law == Law::kinematicHardening) continue;
+          const auto stress = Stress<6>::from(point.trial, 0);
+          const double F = PLINVA(invariantsOf(stress), yieldData(point.material, 30.0 * degree)).F;
+          EXPECT_LT(F, point[internal::yieldStress] * (1.0 + 1.0e-8)) << static_cast<int>(law) << ' ' << code;
+        }
+      }
+    }
+  }
+  EXPECT_LT(stops, steps / 5);  // beyond an apex
+}
+
+TEST(PlasticLaws, WhatIsNotANumberOrHasNoSlopeStops) {
+  for (const Law law : allLaws) {
+    LawPoint<6> point(steel(law, Criterion::vonMises, slope));
+    EXPECT_THROW((void)point.update(Strain<6>{{std::nan("")}}), ConstitutiveStop);
+  }
+  LawPoint<6> flat(steel(Law::kinematicHardening, Criterion::vonMises, 0.0));
+  EXPECT_THROW((void)flat.update(Strain<6>{{0.01}}), ConstitutiveStop);
+}
+
+}  // namespace
+}  // namespace zema
