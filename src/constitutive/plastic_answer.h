@@ -67,8 +67,8 @@ template <int N>
 [[noreturn]] void stopReturn(const MaterialPoint<N>& at, const std::string& words) {
   stopAtPoint(at, words,
               "The return to the yield surface did not converge, or its values are not finite:\n  take smaller "
-              "increments, a larger TOLER, law 2 for criteria with edges or an apex, and look for softening that is\n  "
-              "steeper than the elements allow (fracture energies, FRACL).");
+              "increments, a larger TOLER, law 1 for criteria with edges, and look for softening that is\n  steeper "
+              "than the elements allow (fracture energies, FRACL).");
 }
 
 }  // namespace zema
