@@ -56,12 +56,11 @@ class Front {
     std::ranges::fill(GLOAD_, 0.0);
     slots_.clear();
     equations_.begin(walk);
+    sumLoads(source, side);
     for (int e = 0; e < source.elements(); ++e) {
       if (walk == Walk::make) form(source, e, pool);
       placeElement(source, e);
       const std::size_t n = source.positions(e).size();
-      const std::span<const double> load = source.load(e, side);
-      for (std::size_t k = 0; k < n; ++k) GLOAD_[index(NDEST()[k])] += load[k];
       if (walk == Walk::make) GSTIF_.add(NDEST().first(n), ESTIF(e, n));
       for (std::size_t k = 0; k < n; ++k)
         if (LOCEL()[k] < 0) eliminate(-LOCEL()[k], system, side);
@@ -110,6 +109,16 @@ class Front {
     });
   }
 
+  // The loads of elements nearly cancel at a node. They are summed before anything else enters the front, lest the
+  // rounding of their partial sums drown what is left.
+  void sumLoads(const ElementSource& source, RightHandSide side) {
+    loads_.assign(last_.size(), 0.0);
+    for (int e = 0; e < source.elements(); ++e) {
+      const std::span<const double> load = source.load(e, side);
+      for (std::size_t k = 0; const int p : source.positions(e)) loads_[index(p)] += load[k++];
+    }
+  }
+
   // LOCEL and NDEST of an element, and the front as it stands with it: worked out and kept, or read.
   void placeElement(const ElementSource& source, int e) {
     if (walk_ == Walk::make) {
@@ -132,7 +141,8 @@ class Front {
       equations_.next();
       const FrontEquation equation = equations_.equation();
       if (walk_ == Walk::make) GSTIF_.takeOut(p, equation);
-      const double right = equations_.EQRHS() = std::exchange(GLOAD_[index(p)], 0.0);
+      const double right = std::exchange(GLOAD_[index(p)], 0.0) + loads_[index(NIKNO - 1)];
+      equations_.EQRHS() = right;
       equations_.NAMEV() = NIKNO;
       equations_.NPIVO() = p;
       const double pivot = equation.EQUAT[index(p)];
@@ -170,7 +180,8 @@ class Front {
   Walk walk_ = Walk::make;
   FrontSlots slots_;
   FrontMatrix GSTIF_;
-  std::vector<double> GLOAD_;  // right-hand side of the front, by slot
+  std::vector<double> loads_;  // sums of the element loads, by position
+  std::vector<double> GLOAD_;  // what eliminated variables add to the right-hand side of the front, by slot
   std::vector<double> VECRV_;  // solution of the variables in the front, by slot
   std::vector<double> ESTIF_;  // matrices of a batch of elements
   std::vector<int> record_;    // LOCEL, NDEST, NACVA, NFRON of an element
