@@ -6,6 +6,7 @@
 #include "analysis/analysis.h"
 #include "input/increment_cards.h"
 #include "input/input_fixture.h"
+#include "job/file_set.h"
 
 namespace zema::test {
 namespace {
