@@ -5,12 +5,14 @@
 #include <string>
 
 #include "constitutive/backward_euler.h"
+#include "constitutive/damage_plastic.h"
 #include "constitutive/elastic_law.h"
 #include "constitutive/euler_corrector.h"
 #include "constitutive/general_damage.h"
 #include "constitutive/kelvin_voigt_law.h"
 #include "constitutive/kinematic_hardening.h"
 #include "constitutive/one_measure_damage.h"
+#include "constitutive/plastic_answer.h"
 #include "constitutive/simple_damage.h"
 #include "constitutive/subincrementing.h"
 #include "constitutive/two_measure_damage.h"
@@ -25,19 +27,19 @@ namespace {
 template <int N>
 constexpr std::array<LawRow<N>, 20> laws{{
     {Law::elastic, "ELASTIC", ECUA0<N>},
-    {Law::eulerCorrector, "EULER", ECUAA<N>},
-    {Law::subincrementing, "HINTON Y OWEN", ECUAB<N>},
-    {Law::kinematicHardening, "LUBLINER", ECUAC<N>},
+    {Law::eulerCorrector, "EULER", ECUAA<N>, Criterion::lublinerOller, checkPlasticFlow},
+    {Law::subincrementing, "HINTON Y OWEN", ECUAB<N>, Criterion::lublinerOller, checkPlasticFlow},
+    {Law::kinematicHardening, "LUBLINER", ECUAC<N>, Criterion::vonMises, checkGeneralisedPlasticity},
     {Law::simpleDamage, "SIMPLE DAMAGE", DEGRAA<N>, Criterion::shear, checkSimpleDamage},
     {Law::generalDamage, "GENER. DAMAGE", DEGRAB<N>, Criterion::lublinerOller, checkGeneralDamage},
     {Law::viscoelastic, "VISCOELASTIC", VISCOE<N>},
     {Law::viscoelasticDynamic, "VISCOELASTIC", VISCOK<N>},
-    {Law::backwardEuler, "BACK. EURLER", ECUAD<N>},
-    {Law::backwardEulerCorrector, "BACK. EURLER", ECUAE<N>},
-    {Law::backwardEulerNumeric, "NUMERIC BACK.", ECUAF<N>},
+    {Law::backwardEuler, "BACK. EURLER", ECUAD<N>, Criterion::lublinerOller, checkPlasticFlow},
+    {Law::backwardEulerCorrector, "BACK. EURLER", ECUAE<N>, Criterion::lublinerOller, checkPlasticFlow},
+    {Law::backwardEulerNumeric, "NUMERIC BACK.", ECUAF<N>, Criterion::lublinerOller, checkPlasticFlow},
     {Law::viscoDamage, "VISCO-DAMAGE", VISDAM<N>},
-    {Law::damagePlastic, "DAMAGE-PLASTIC"},
-    {Law::generalDamagePlastic, "DAMAGE-PLASTIC"},
+    {Law::damagePlastic, "DAMAGE-PLASTIC", ECUAG<N>, Criterion::lublinerOller, checkSimpleDamagePlastic},
+    {Law::generalDamagePlastic, "DAMAGE-PLASTIC", ECUAH<N>, Criterion::lublinerOller, checkGeneralDamagePlastic},
     {Law::unnamed14, "", ECUA0<N>},
     {Law::userDefined, "USER DEFINED", ECUAJ<N>},
     {Law::damageFriction, "DAMAG-FRICTION"},

@@ -62,6 +62,12 @@ void answerTangent(const PassContext& pass, const Matrix<N>& D, const Strain<N>&
   return state.INTVAR[internal::hardening] / state.INTVAR[internal::flowScale];
 }
 
+/// Throws InputFault for a material whose potential has no flow. who: what the fault is about.
+inline void checkPlasticFlow(const Material& material, const std::string& who) {
+  if (material.NCRIP == Criterion::shear)
+    throw InputFault(who + ", a plastic law, with potential 8, along which nothing can flow");
+}
+
 /// Stops a law whose return does not end, or ends in a value that is not finite.
 template <int N>
 [[noreturn]] void stopReturn(const MaterialPoint<N>& at, const std::string& words) {

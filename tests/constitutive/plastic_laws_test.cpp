@@ -181,6 +181,14 @@ TEST(PlasticLaws, TangentsAgainstDifferences) {
   work.NHARD = HardeningVariable::work;
   work(slot::tensionCurve) = work(slot::compressionCurve) = 2.0;
   work(slot::tensionFractureEnergy) = work(slot::compressionFractureEnergy) = 20.0;
+  Material damaged = steel(Law::damagePlastic, vonMises, slope);
+  damaged(slot::damageStress) = 150.0;
+  damaged(slot::damageRatio) = damaged(slot::compressionCurve) = 1.0;
+  damaged(slot::damageFractureEnergy) = damaged(slot::tensionFractureEnergy) = 20.0;
+  damaged(slot::compressionFractureEnergy) = 20.0;
+  Material generalDamaged = damaged;
+  generalDamaged.NTINT = Law::generalDamagePlastic;
+  generalDamaged(slot::damageStress) = 300.0;  // plastic first
   Material continuous = steel(Law::backwardEuler, vonMises, slope);
   continuous.NMATX = TangentChoice::continuous;
   struct Row {
@@ -193,7 +201,9 @@ TEST(PlasticLaws, TangentsAgainstDifferences) {
         Row{steel(Law::backwardEulerNumeric, vonMises, slope), 1.5e-3, 4.0e-5, 2.0e-4},
         Row{steel(Law::backwardEulerNumeric, mohrCoulomb, slope), 1.5e-3, 2.0e-4, 1.0},
         Row{steel(Law::kinematicHardening, vonMises, slope), 1.5e-3, 1.0e-10, 1.0e-9},
-        Row{work, 1.5e-3, 2.0e-6, 1.0e-5}, Row{turnedOrthotropic(Law::backwardEuler, vonMises), 0.01, 1.0e-9, 1.0e-8},
+        Row{work, 1.5e-3, 2.0e-6, 1.0e-5}, Row{damaged, 1.5e-3, 1.0e-9, 1.0e-8},
+        Row{generalDamaged, 1.5e-3, 1.0e-9, 1.0e-8},
+        Row{turnedOrthotropic(Law::backwardEuler, vonMises), 0.01, 1.0e-9, 1.0e-8},
         Row{turnedOrthotropic(Law::backwardEuler, druckerPrager), 0.004, 1.0e-9, 1.0e-7},
         Row{turnedOrthotropic(Law::kinematicHardening, vonMises), 0.01, 1.0e-9, 1.0e-8},
         Row{continuous, 1.5e-3, 0.2, 0.3}}) {
@@ -232,6 +242,22 @@ TEST(PlasticLaws, TurnedFrameAndOtherUnits) {
       EXPECT_LT(distance((1.0 / unit) * other.update(strain).stress, stress), byDifferences ? 1.0e-3 : 2.0e-7);
     }
   }
+}
+
+TEST(PlasticLaws, DamageIsLaidOverAnUndamagedPlasticBar) {
+  Material material = steel(Law::damagePlastic, Criterion::vonMises, slope);
+  material(slot::damageStress) = 150.0;
+  material(slot::damageRatio) = 1.0;
+  material(slot::damageFractureEnergy) = 20.0;
+  LawPoint<6> bar(material);
+  bar.geometry.FRACL = 1.0;
+  for (const auto& [strain, undamaged] : {std::pair{0.001, 200.0}, {0.0015, 210.0}, {0.003, 240.0}, {0.0028, 200.0}}) {
+    const double stress = pull(bar, strain);
+    EXPECT_NEAR(stress, (1.0 - bar[internal::damage]) * undamaged, 1.0e-6);
+  }
+  EXPECT_GT(bar[internal::damage], 0.5);
+  EXPECT_EQ(bar[internal::elasticFlag], 0.0);  // unloading of a damaged point is not elastic
+  EXPECT_NEAR(bar[internal::yieldStress], 240.0, 1.0e-6);
 }
 
 TEST(PlasticLaws, KinematicAndIsotropicHardening) {
@@ -314,8 +340,22 @@ TEST(PlasticLaws, WhatIsNotANumberOrHasNoSlopeStops) {
     LawPoint<6> point(steel(law, Criterion::vonMises, slope));
     EXPECT_THROW((void)point.update(Strain<6>{{std::nan("")}}), ConstitutiveStop);
   }
-  LawPoint<6> flat(steel(Law::kinematicHardening, Criterion::vonMises, 0.0));
+  LawPoint<6> flat(steel(Law::kinematicHardening, Criterion::vonMises, slope));
+  flat.committedInternal[internal::hardening] = 0.0;
   EXPECT_THROW((void)flat.update(Strain<6>{{0.01}}), ConstitutiveStop);
+}
+
+TEST(PlasticLaws, MaterialsThatALawIsNotMadeForAreRefused) {
+  for (const Law law : allLaws) {
+    EXPECT_THROW((void)lawOf<6>(steel(law, Criterion::damageSimoJu, slope), 1), InputFault);
+    Material flowless = steel(law, Criterion::vonMises, slope);
+    flowless.NCRIP = Criterion::shear;
+    if (law != Law::kinematicHardening) {
+      EXPECT_THROW((void)lawOf<6>(flowless, 1), InputFault);
+    }
+  }
+  EXPECT_THROW((void)lawOf<6>(steel(Law::kinematicHardening, Criterion::tresca, slope), 1), InputFault);
+  EXPECT_THROW((void)lawOf<6>(steel(Law::kinematicHardening, Criterion::vonMises, 0.0), 1), InputFault);
 }
 
 }  // namespace
