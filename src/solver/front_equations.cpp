@@ -5,6 +5,8 @@
 #include <cassert>
 #include <span>
 
+#include "foundation/errors.h"
+
 namespace zema {
 namespace {
 
@@ -63,7 +65,10 @@ void FrontEquations::next() {
 }
 
 void FrontEquations::finish() {
-  if (walk_ == Walk::make) writeBlock();
+  if (walk_ == Walk::make) {
+    writeBlock();
+    blocks_ = block_ + 1;
+  }
   ++NBUFF_;
 }
 
@@ -83,6 +88,31 @@ void FrontEquations::writeBlock() {
 
 void FrontEquations::readBlock() {
   equations_.read(block_, {placeOf(EQUAT_), placeOf(EQCOL_), placeOf(EQRHS_), placeOf(numbers_)});
+}
+
+// A block: EQUAT, EQCOL and EQRHS as on the file, then the whole numbers.
+std::vector<double> FrontEquations::save() const {
+  std::vector<double> values(valuesOfABlock() * index(blocks_));
+  std::vector<int> numbers(numbers_.size());
+  for (int block = 0; block < blocks_; ++block) {
+    const std::span<double> all = std::span(values).subspan(valuesOfABlock() * index(block), valuesOfABlock());
+    const std::span<double> reals = all.first(all.size() - numbers.size());
+    equations_.read(block, {std::as_writable_bytes(reals), placeOf(numbers)});
+    std::ranges::copy(numbers, all.last(numbers.size()).begin());
+  }
+  return values;
+}
+
+void FrontEquations::restore(std::span<const double> values) {
+  if (values.size() % valuesOfABlock() != 0)
+    throw InputFault("the factors of the restart data do not fit the equations of the deck");
+  std::vector<int> numbers(numbers_.size());
+  blocks_ = static_cast<int>(values.size() / valuesOfABlock());
+  for (int block = 0; block < blocks_; ++block) {
+    const std::span<const double> all = values.subspan(valuesOfABlock() * index(block), valuesOfABlock());
+    std::ranges::transform(all.last(numbers.size()), numbers.begin(), [](double n) { return static_cast<int>(n); });
+    equations_.write(block, {std::as_bytes(all.first(all.size() - numbers.size())), bytesOf(numbers)});
+  }
 }
 
 FrontEquation FrontEquations::equation() {

@@ -2,7 +2,7 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -34,6 +34,11 @@ class FrontEquations {
   /// Goes to the last equation, then to the one before each time, reading blocks as needed; false when none is left.
   [[nodiscard]] bool previous();
 
+  /// The blocks of the last walk that made equations, for a restart.
+  [[nodiscard]] std::vector<double> save() const;
+  /// Takes back what save() gave. Throws InputFault when the number of values does not fit.
+  void restore(std::span<const double> values);
+
   /// The equation in hand.
   [[nodiscard]] FrontEquation equation();
   [[nodiscard]] double& EQRHS() { return EQRHS_[at()]; }          ///< its right-hand side
@@ -42,6 +47,7 @@ class FrontEquations {
 
  private:
   [[nodiscard]] std::size_t at() const { return NBUFF_ - 1; }
+  [[nodiscard]] std::size_t valuesOfABlock() const { return EQUAT_.size() + EQCOL_.size() + 3 * NBUFA_; }
   void writeBlock();
   void readBlock();
 
@@ -50,6 +56,7 @@ class FrontEquations {
   Walk walk_ = Walk::make;
   std::size_t NBUFF_ = 0;      // number of the equation in hand within its block, from 1
   int block_ = 0;              // number of the block in hand, from 0
+  int blocks_ = 0;             // blocks on the equation file
   std::vector<double> EQUAT_;  // NBUFA equations of NFRMX entries
   std::vector<double> EQCOL_;  // the same, empty in the symmetric form
   std::vector<double> EQRHS_;  // NBUFA

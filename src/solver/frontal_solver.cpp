@@ -68,6 +68,22 @@ class Front {
     equations_.finish();
   }
 
+  // The equations, for a restart.
+  [[nodiscard]] std::vector<double> save() const { return equations_.save(); }
+
+  // Takes back what save() gave, for the same elements.
+  void restore(const ElementSource& source, std::span<const double> values) {
+    equations_.restore(values);
+    walk_ = Walk::make;
+    slots_.clear();
+    for (int e = 0; e < source.elements(); ++e) {
+      placeElement(source, e);
+      for (std::size_t k = 0; k < source.positions(e).size(); ++k)
+        if (LOCEL()[k] < 0) slots_.leave(NDEST()[k]);
+      slots_.trim();
+    }
+  }
+
   void substituteBack(EquationSystem& system, RightHandSide side) {
     std::vector<double>& prescribed = side == RightHandSide::outOfBalance ? system.FIXED : system.FIXWO;
     std::ranges::fill(VECRV_, 0.0);
@@ -194,9 +210,27 @@ class FrontalSolver final : public Solver {
   FrontalSolver(FrontForm form, std::string files)
       : Solver(ResidualCheck::byDoorWithoutForming), form_(form), files_(std::move(files)) {}
 
+  [[nodiscard]] std::span<const double> factors() const override {
+    saved_ = front_ && !IPERM_.empty() ? front_->save() : restored_;
+    return saved_;
+  }
+
+  // The elements are not at hand here: the next solve takes the equations up.
+  void restoreFactors(const EquationSystem& /*system*/, std::span<const double> values) override {
+    front_.reset();
+    IPERM_.clear();
+    restored_.assign(values.begin(), values.end());
+  }
+
  protected:
   void solveFree(const Task& task) override {
     EquationSystem& system = task.system;
+    if (!task.newMatrix && !restored_.empty()) {
+      front_.emplace(task.source, system.NTOTV, form_, files_);
+      front_->restore(task.source, restored_);
+      IPERM_ = system.IPERM;
+    }
+    restored_.clear();
     const bool anew = task.newMatrix || IPERM_ != system.IPERM;
     if (anew) {
       IPERM_.clear();  // should the elimination stop, there are no equations to reuse
@@ -216,7 +250,9 @@ class FrontalSolver final : public Solver {
   FrontForm form_;
   std::string files_;
   std::optional<Front> front_;
-  std::vector<int> IPERM_;  // equation numbers of the stored equations; empty when there are none
+  std::vector<double> restored_;       // equations of a restart that no solve has taken up yet
+  mutable std::vector<double> saved_;  // what factors() gives
+  std::vector<int> IPERM_;             // equation numbers of the stored equations; empty when there are none
 };
 
 }  // namespace
