@@ -2,12 +2,14 @@
 #pragma once
 
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <vector>
 
 #include "constitutive/elastic_moduli.h"
 #include "constitutive/initial_state.h"
 #include "constitutive/material_point.h"
+#include "foundation/distance.h"
 
 namespace zema {
 
@@ -78,5 +80,35 @@ struct SamplePoint {
   std::vector<double> trial = committed;
   std::vector<double> trialInternal = committedInternal;
 };
+
+inline Strain<6> greenLagrange(const Matrix<3>& F) {
+  const Matrix<3> C = transposeTimes(F, F);
+  return {{(C(0, 0) - 1.0) / 2.0, (C(1, 1) - 1.0) / 2.0, C(0, 1), (C(2, 2) - 1.0) / 2.0, C(0, 2), C(1, 2)}};
+}
+
+/// How far the tangent at a motion F is from the differences of the stress along motions without spin, (1 + d) F with a
+/// symmetric d: a turn would move an orthotropic solid away from its axes.
+inline double errorAlongMotions(SamplePoint<6>& point, const Matrix<3>& F) {
+  constexpr double h = 1.0e-6;
+  (void)point.update(greenLagrange(F), F);
+  const Matrix<6> tangent = point.tangent();
+  double error = 0.0;
+  for (int j = 0; j < 6; ++j) {
+    const auto moved = [j, &F](double step) {
+      Strain<6> d;
+      d[j] = step;
+      Matrix<3> motion = tensorOf(d);
+      for (int i = 0; i < 3; ++i) motion(i, i) += 1.0;
+      return PROMA1(motion, F);
+    };
+    const Strain<6> rate = (0.5 / h) * (greenLagrange(moved(h)) - greenLagrange(moved(-h)));
+    const Stress<6> above = point.update(greenLagrange(moved(h)), moved(h)).stress;
+    const Stress<6> below = point.update(greenLagrange(moved(-h)), moved(-h)).stress;
+    const double difference = distance((0.5 / h) * (above - below), CALTEN(tangent, rate));
+    if (std::isnan(difference)) return difference;
+    error = std::max(error, difference);
+  }
+  return error;
+}
 
 }  // namespace zema

@@ -24,11 +24,6 @@ Material turnedMaterial() {
   return material;
 }
 
-Strain<6> greenLagrange(const Matrix<3>& F) {
-  const Matrix<3> C = transposeTimes(F, F);
-  return {{(C(0, 0) - 1.0) / 2.0, (C(1, 1) - 1.0) / 2.0, C(0, 1), (C(2, 2) - 1.0) / 2.0, C(0, 2), C(1, 2)}};
-}
-
 /// Tangent by central differences of the stress in layer axes.
 Matrix<6> differences(SamplePoint<6>& point, const Strain<6>& at) {
   constexpr double h = 1.0e-6;
@@ -197,24 +192,8 @@ TEST(MaterialPoint, FiniteStrainTangentWithTheStressPartIsConsistent) {
     point.pass.LARGE = 1;
     point.pass.KPUSH = 2;
     point.pass.KTANP = 2;
-    (void)point.update(greenLagrange(someGradient), someGradient);
-    const Matrix<6> tangent = point.tangent();
 
-    // A motion without spin, (1 + d) F with a symmetric d: a turn would move the solid away from its axes.
-    constexpr double h = 1.0e-6;
-    for (int j = 0; j < 6; ++j) {
-      const auto moved = [j](double step) {
-        Strain<6> d;
-        d[j] = step;
-        Matrix<3> motion = tensorOf(d);
-        for (int i = 0; i < 3; ++i) motion(i, i) += 1.0;
-        return PROMA1(motion, someGradient);
-      };
-      const Strain<6> rate = (0.5 / h) * (greenLagrange(moved(h)) - greenLagrange(moved(-h)));
-      const Stress<6> above = point.update(greenLagrange(moved(h)), moved(h)).stress;
-      const Stress<6> below = point.update(greenLagrange(moved(-h)), moved(-h)).stress;
-      EXPECT_LT(distance((0.5 / h) * (above - below), CALTEN(tangent, rate)), 1.0e-7) << j;
-    }
+    EXPECT_LT(errorAlongMotions(point, someGradient), 1.0e-7);
   }
 }
 
