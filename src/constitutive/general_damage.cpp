@@ -12,24 +12,35 @@ namespace {
 struct Balance {
   double d = 0.0;
   double variable = 0.0;
-  CurveValue strength;
+  CurveValue strength{};
+  double ease = 1.0;  ///< 1 + K' w W / tau: how much less than by itself the damage grows, as strength falls with it
+
+  [[nodiscard]] double lack(double tau) const { return 1.0 - strength.c / tau - d; }
 };
 
-/// `DAVARI` in a loop: damage grows until strength and stress agree. The way up is monotone, so the first balance
-/// beyond the committed damage is found. W: elastic energy / length^3 of the undamaged material.
+/// `DAVARI`: variable and strength of a damage. W: elastic energy / length^3 of the undamaged material.
+Balance DAVARI(const DamageStrength& curves, double tau, double W, double committed, double variable, double d) {
+  Balance balance{d, curves.DECAPA(variable, W * (d - committed))};
+  balance.strength = curves.DAEQUI(balance.variable);
+  if (balance.variable >= 1.0) balance.strength.h = 0.0;  // nothing is left to dissipate
+  balance.ease = 1.0 + balance.strength.h * curves.weight * W / tau;
+  return balance;
+}
+
+/// Damage grows until strength and stress agree. What it lacks is concave over d, so there is one balance beyond the
+/// committed damage; Newton steps find it from where the slope leads there, plain steps before.
 template <int N>
 Balance findBalance(const MaterialPoint<N>& at, const DamageStrength& curves, double tau, double W, double committed,
                     double variable) {
   constexpr int mostIterations = 600;
   constexpr double negligible = 1.0e-10;
-  Balance balance{committed, variable, curves.DAEQUI(variable)};
-  for (int iteration = 0; iteration <= mostIterations; ++iteration) {
-    const double growth = 1.0 - balance.strength.c / tau - balance.d;
-    if (iteration == 0 && !(growth > 0.0)) return balance;
-    balance.d += growth;
-    balance.variable = curves.DECAPA(variable, W * (balance.d - committed));
-    balance.strength = curves.DAEQUI(balance.variable);
-    if (std::abs(growth) < negligible) return balance;
+  Balance balance = DAVARI(curves, tau, W, committed, variable, committed);
+  if (!(balance.lack(tau) > 0.0)) return balance;
+  for (int iteration = 0; iteration < mostIterations; ++iteration) {
+    const double lack = balance.lack(tau);
+    const double step = balance.ease > 0.0 ? lack / balance.ease : lack;
+    balance = DAVARI(curves, tau, W, committed, variable, std::min(1.0, balance.d + step));
+    if (std::abs(lack) < negligible) return balance;
   }
   stopAtPoint(
       at, "  >>>>  >>>>  DETENIDO EN -DEGRAB- ",
@@ -70,10 +81,10 @@ DamageGrowth<N> growGeneralDamage(const LawInput<N>& input, const Stress<N>& SIG
   state.INTVAR[internal::dissipation] += growth.energy;
   if (!at.pass.wantsTangent()) return growth;
   // d = 1 - K/tau, dK = K' w (W dd + (d - d_n) SIGMA dstrain)
-  const double onDissipation = variable < 1.0 ? balance.strength.h * curves.weight : 0.0;
+  if (balance.ease <= 0.0) return growth;
   growth.gradient = (growth.strength / tau) * CALTEN(input.DMANX(), evaluation.a);
-  growth.gradient.add(-onDissipation * (d - before), SIGMA);
-  growth.gradient *= 1.0 / (tau + onDissipation * W);
+  growth.gradient.add(-balance.strength.h * curves.weight * (d - before), SIGMA);
+  growth.gradient *= 1.0 / (tau * balance.ease);
   return growth;
 }
 
