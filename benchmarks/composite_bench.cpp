@@ -1,6 +1,7 @@
 // Cost of a point of a mixed layer: strain in, stress, tangent and trial records of all components out.
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <vector>
 
 #include "composite/constitutive_block.h"
@@ -51,9 +52,20 @@ Model bricks(int elements, const Layer& layer) {
   return model;
 }
 
-void runPoints(benchmark::State& state, const Layer& layer) {
+/// Damage by the norm of the principal stresses, which begins at a stress of 1.
+void damageBeginsEarly(Material& material) {
+  material.NCRIT = material.NCRIP = Criterion::damageSimoJu;
+  material.NTINT = Law::simpleDamage;
+  material(slot::damageStress) = 1.0 / std::sqrt(material(slot::youngX));  // of an energy norm
+  material(slot::damageRatio) = 1.0;
+  material(slot::damageFractureEnergy) = 0.01;
+}
+
+void runPoints(benchmark::State& state, const Layer& layer, bool damaged = false) {
   const int elements = static_cast<int>(state.range(0));
   Model model = bricks(elements, layer);
+  for (ElementData& element : model.mesh.elements) element.FRACL = 1.0;
+  if (damaged) damageBeginsEarly(model.materials(1));
   ConstitutiveBlock<6> block(model);
   block.ZERO(model);
   block.IMPORTINFON1(model);
@@ -73,6 +85,9 @@ BENCHMARK_CAPTURE(runPoints, parallelOfTwo, layerOf(LayerKind::parallel, {{1, 0.
 BENCHMARK_CAPTURE(runPoints, serialParallel, layerOf(LayerKind::serialParallel, {{1, 0.4, 1}, {2, 0.6, 2}}))
     ->Arg(1)
     ->Arg(5000);
+BENCHMARK_CAPTURE(runPoints, serialParallelDamaged, layerOf(LayerKind::serialParallel, {{1, 0.4, 1}, {2, 0.6, 2}}),
+                  true)
+    ->Arg(1);
 BENCHMARK_CAPTURE(runPoints, shortFibre,
                   layerOf(LayerKind::shortFibre, {{1, 0.5, 1}, {2, 0.2, 2}, {1, 0.3, 3}, {2, 0.0, 4}, {1, 0.0, 5}}))
     ->Arg(1);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <sstream>
 
 #include "constitutive/law_table.h"
@@ -159,10 +160,10 @@ void SerialIteration<N>::correct(const Stress<N>& difference, double size, int i
 
 template <int N>
 void SerialIteration<N>::solve() {
-  // Once the test is met, further corrections bring the stress to where the tangent is its derivative.
+  // Once the test is met, corrections go on as long as they help: to where the tangent is the derivative of the stress.
   constexpr double negligible = 1.0e-10;
-  constexpr int mostTimesMet = 3;
-  int timesMet = 0;
+  constexpr double helps = 0.5;
+  double acceptable = std::numeric_limits<double>::infinity();
   for (int iteration = 1;; ++iteration) {
     updateComponents();
     // A strain that is not finite is the business of whoever sums the forces.
@@ -170,7 +171,10 @@ void SerialIteration<N>::solve() {
     const Stress<N> difference = pair_.rule.difference(matrix_.result.stress, fibre_.result.stress);
     const double size = norm(difference), smaller = smallerStress();
     if (size <= negligible * smaller || size <= floor()) return;
-    if (size <= relativeTolerance<N> * smaller && ++timesMet == mostTimesMet) return;
+    if (size <= relativeTolerance<N> * smaller) {
+      if (!(size < helps * acceptable)) return;
+      acceptable = size;
+    }
     if (iteration == iterationLimit<N> || !std::isfinite(size)) giveUp(size, iteration);
     if (iteration == iterationLimit<N> / 3) {
       restart({});  // the fibre takes all serial strain

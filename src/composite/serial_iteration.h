@@ -59,7 +59,7 @@ class SerialIteration {
   SerialIteration(const SerialPair<N>& pair, const LayerInput<N>& input);
 
   /// Finds the strains with which both components, each updated from its converged state, carry the same serial
-  /// stresses (to 1e-4 of the smaller stress and, as far as corrections help, closer). The trial records are those of
+  /// stresses (to 1e-4 of the smaller stress, and closer as long as corrections help). The trial records are those of
   /// the solution. Throws RunEnd with element and point when 160 iterations have not found it (four stress components:
   /// 298), or when the stresses are not finite.
   void solve();

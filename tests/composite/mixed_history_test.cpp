@@ -25,6 +25,9 @@ Material sampleOf(Law law, double E) {
   for (const int place : {13, 19, 54}) material(place) = 0.1 * f;
   material(slot::parallelSpring) = 0.4 * E;
   material(slot::relaxationTime) = 10.0;
+  material(slot::kinematicSlope) = 0.1 * E;
+  material(slot::kinematicExponent) = 1.0;
+  if (law == Law::tensionCompressionDamageAlternative) material(slot::tensionPeakStress) = 0.3 * f;
   return material;
 }
 
@@ -83,11 +86,25 @@ class Wanderer {
   int steps_ = 0;
 };
 
-const std::vector<Law> laws{Law::elastic, Law::backwardEuler, Law::viscoelastic};
+const std::vector<Law> laws{Law::elastic,
+                            Law::eulerCorrector,
+                            Law::subincrementing,
+                            Law::kinematicHardening,
+                            Law::simpleDamage,
+                            Law::generalDamage,
+                            Law::viscoelastic,
+                            Law::backwardEuler,
+                            Law::backwardEulerCorrector,
+                            Law::backwardEulerNumeric,
+                            Law::viscoDamage,
+                            Law::tensionCompressionDamage,
+                            Law::tensionCompressionDamageAlternative};
 
-/// The viscous laws keep the elastic matrix as their tangent.
+/// Whether the tangent of a law is the derivative of its stress: that of the viscous laws is elastic, that of a return
+/// in several steps is the one of an infinitely small step, and the Hessian of law 10 comes from differences.
 bool derives(Law law) {
-  return law != Law::viscoelastic && law != Law::viscoDamage;
+  return law == Law::elastic || law == Law::backwardEuler || law == Law::simpleDamage || law == Law::generalDamage ||
+         law == Law::tensionCompressionDamage || law == Law::tensionCompressionDamageAlternative;
 }
 
 template <int N>
@@ -114,7 +131,7 @@ void checkPair(Law ofMatrix, Law ofFibre) {
       for (const double value : history.state(e)) EXPECT_TRUE(std::isfinite(value));
       if (history.state(e)[internal::elasticFlag] == 0.0 && derives(ofMatrix) && derives(ofFibre)) {
         const Matrix<N> C = history.tangent(e);
-        EXPECT_LT(distance(C, history.difference(e, strain, 1.0e-8)), 1.0e-6 * history.block.elasticMatrix(e)(0, 0));
+        EXPECT_LT(distance(C, history.difference(e, strain, 1.0e-7)), 1.0e-6 * history.block.elasticMatrix(e)(0, 0));
       }
       (void)history.stress(e, strain);
     }
@@ -160,8 +177,8 @@ void checkReductions(Law law) {
     EXPECT_LT(distance(history.stress(5, strain), ofTwin), 1.0e-10);
     Matrix<N> C = history.tangent(4);
     ROTM(C, axes, Direction::toGlobal);
-    EXPECT_LT(distance(history.tangent(1), history.tangent(0)), 1.0e-10);
-    EXPECT_LT(distance(history.tangent(3), history.tangent(2)), 1.0e-10);
+    EXPECT_LT(distance(history.tangent(1), history.tangent(0)), 1.0e-9);
+    EXPECT_LT(distance(history.tangent(3), history.tangent(2)), 1.0e-9);
     EXPECT_LT(distance(history.tangent(5), C), 1.0e-8);
     history.model.points.commit();
   }

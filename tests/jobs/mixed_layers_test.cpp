@@ -68,6 +68,24 @@ SolidDeck stack(const std::vector<double>& heights, const std::array<double, 3>&
   return deck;
 }
 
+TEST(ParallelJob, HalfElasticHalfDamaged) {
+  MaterialCards damaging = MaterialCards::isotropic(30.0e3, 0.0);
+  damaging.codes = {6, 2, 4, 2, 1, 1};
+  damaging.slots = {{30, 3.0}, {31, 1.0}, {54, 1.0e-3}};
+  for (const auto& [strain, stress] : {std::pair{3.0e-4, 5.240509}, std::pair{5.0e-4, 7.865569}}) {
+    SolidDeck deck = symmetricCube(damaging, strain / 5);
+    deck.materials.push_back(MaterialCards::isotropic(30.0e3, 0.0));
+    deck.composites = {{{.components = {{1, 0.5}, {2, 0.5}}}}};
+    deck.steps[0].increments.assign(5, Increment{});
+    deck.NSOLV = 2;
+    const JobFolder folder;
+
+    const auto results = solve(folder, deck.text());
+
+    EXPECT_NEAR(lastBlock(results, "STRESSES//COMPOSITE").rows[0][0], stress, 5e-7);
+  }
+}
+
 TEST(SerialParallelJob, TwoRowsOfElementsAreTheLayerOfTwoSheets) {
   const std::vector<MaterialCards> materials{plastic(3500.0, 35.0), MaterialCards::isotropic(72000.0, 0.22)};
   SolidDeck rows = stack({0.4, 0.6}, {0.01, -0.002, 0.012}, 20.0, 4),
