@@ -56,8 +56,7 @@ class Return {
       Qr[i] = columns(i, 0);
       Qb[i] = columns(i, 1);
     }
-    const Strain<N> a = totalNormal();
-    advance(Qr, (f_ - dot(Qr, a)) / (slope_ + dot(Qb, a)), Qb);
+    advance(Qr, (f_ - dot(Qr, yield_.a)) / (slope_ + dot(Qb, yield_.a)), Qb);
     return std::isfinite(f_);
   }
 

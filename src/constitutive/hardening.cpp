@@ -221,7 +221,8 @@ void harden(const Evaluation& at, LawState& state) {
 
 template <int N>
 void PLVARI(const MaterialPoint<N>& at, const HardeningInput<N>& input, LawState& state) {
-  const TensionShare share = tensionShare(PRINSI(input.SIGMA));
+  const bool byShares = at.material.NHARD != HardeningVariable::strain;
+  const TensionShare share = byShares ? tensionShare(PRINSI(input.SIGMA)) : TensionShare{};
   harden({at.material, at.geometry, share, share.r(), dot(input.SIGMA, input.plasticIncrement),
           dot(input.SIGMA, input.flow), input.yield, input.startingKappa, input.accumulates},
          state);
