@@ -11,6 +11,7 @@
 #include "analysis/convergence.h"
 #include "analysis/field_swap.h"
 #include "analysis/increment.h"
+#include "analysis/renumbering.h"
 #include "analysis/residual.h"
 #include "analysis/solving.h"
 #include "analysis/update.h"
@@ -44,15 +45,11 @@ void timed(Job& job, double& total, Phase&& phase) {
 }
 
 void refuseWhatIsNotBuilt(const Job& job) {
-  const ControlRecord& control = job.KCONT;
   const auto refuse = [&](const std::string& what) {
     throw InputFault(job.CFILE[1] + ": " + what + " is not in this build yet");
   };
   if (job.CTEXT.CSTART == "START2" && job.CTEXT.CPROB != "ACOP3D") {
     refuse("a restart (start word \"START2\")");
-  }
-  if (control.KRENU == 1) {
-    refuse("node renumbering (KRENU = 1)");
   }
 }
 
@@ -113,6 +110,9 @@ class Driver {
   void prepare() {
     if (model_.text.CSTART == "START2") {
       refuseRestart(job_.listing(), model_.control);
+    }
+    if (code() != SolverCode::frontal) {
+      timed(job_, job_.times.renumbering, [&] { RENUMN(job_, model_); });
     }
     timed(job_, job_.times.initial, [&] {
       allocate(analysis_);
@@ -206,6 +206,8 @@ class Driver {
     return Next::goOn;
   }
 
+  [[nodiscard]] SolverCode code() const { return static_cast<SolverCode>(model_.control.NSOLV); }
+
   /// Equation numbers and band live as long as the load step, which alone may change the supports. The frontal and the
   /// sparse solver need no band.
   void numberEquations() {
@@ -214,12 +216,11 @@ class Driver {
     }
     PERMUT(analysis_.equations, model_.working.IFFIX);
     notifyOfLooseNodes();
-    const auto code = static_cast<SolverCode>(model_.control.NSOLV);
-    if (code == SolverCode::frontal || code == SolverCode::sparse) {
+    if (code() == SolverCode::frontal || code() == SolverCode::sparse) {
       return;
     }
     EVALMBANDA(analysis_.elements, analysis_.equations);
-    CALC_NBA(analysis_.elements, analysis_.equations, {code, model_.control.KRENU == 1}, job_.listing());
+    CALC_NBA(analysis_.elements, analysis_.equations, {code(), model_.control.KRENU == 1}, job_.listing());
   }
 
   /// A free degree of freedom that no element holds makes the system singular; its node is worth naming.

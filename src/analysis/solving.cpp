@@ -32,7 +32,7 @@ void report(Job& job, const SolveReport& report) {
   if (*report.residual <= report.largestGood) return;
   const std::string warning = "the linear equations are not solved well: relative residual " +
                               FreeLine(*report.residual).text() +
-                              "; the matrix is nearly singular, or not of the kind" + " that the solver is made for";
+                              "; the matrix is nearly singular, or not of the kind that the solver is made for";
   job.console.warn(warning);
   job.log().line(" ---> " + warning);
 }

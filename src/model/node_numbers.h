@@ -22,6 +22,8 @@ class NodeNumbering {
  public:
   NodeNumbering() = default;
   explicit NodeNumbering(int NPOIN);
+  /// LPNINV: the node of the deck at each place, every node once.
+  explicit NodeNumbering(const std::vector<DeckNode>& LPNINV);
 
   /// Place of a node of the deck in the equations.
   [[nodiscard]] WorkNode LPNTN(DeckNode node) const { return toWork_[static_cast<std::size_t>(node.number - 1)]; }

@@ -35,19 +35,6 @@ std::vector<int> classes(const ElementSource& source, const EquationSystem& syst
   return of;
 }
 
-// The lists turned round: for each entry the lists that hold it, ascending.
-IntegerLists transposed(const IntegerLists& lists, int entries) {
-  IntegerLists turned;
-  turned.first.assign(index(entries) + 1, 0);
-  for (const int entry : lists.entries) ++turned.first[index(entry) + 1];
-  for (std::size_t i = 1; i < turned.first.size(); ++i) turned.first[i] += turned.first[i - 1];
-  turned.entries.resize(lists.entries.size());
-  std::vector<int> next(turned.first.begin(), turned.first.end() - 1);
-  for (int list = 0; list < lists.size(); ++list)
-    for (const int entry : lists[list]) turned.entries[index(next[index(entry)]++)] = list;
-  return turned;
-}
-
 }  // namespace
 
 EquationGroups::EquationGroups(const ElementSource& source, const EquationSystem& system) {

@@ -97,8 +97,8 @@ INSTANTIATE_TEST_SUITE_P(All, Example,
                          [](const auto& instance) { return std::string(instance.param); });
 
 TEST(Examples, EveryFolderIsTested) {
-  const std::set<std::string> tested{"cantilever", "layered_plate", "construction_stages", "large_deflection",
-                                     "temperature", "relaxing_polymer"};
+  const std::set<std::string> tested{"cantilever",       "layered_plate", "construction_stages",
+                                     "large_deflection", "temperature",   "relaxing_polymer"};
   std::set<std::string> found;
 
   for (const auto& entry : std::filesystem::directory_iterator(exampleFolder("")))

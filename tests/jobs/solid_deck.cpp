@@ -16,7 +16,8 @@ void writeHead(std::ostream& out, const SolidDeck& deck) {
       << deck.KPATH << ' ' << deck.LARGE << ' ' << deck.KTANP << ' ' << deck.KPUSH << ' ' << deck.ISIME
       << "\nSTART1\n'a test job'\n"
       << deck.nodes.size() << ' ' << deck.elements.size() << ' ' << deck.composites.size() << ' ' << layers << ' '
-      << deck.materials.size() << ' ' << steps << " 1000000 " << deck.KMASS << ' ' << deck.NSOLV << " 0 0 1 0 0\n"
+      << deck.materials.size() << ' ' << steps << " 1000000 " << deck.KMASS << ' ' << deck.NSOLV << ' ' << deck.KRENU
+      << " 0 1 0 0\n"
       << (deck.NSOLV == 3 ? deck.gmres + "\n" : "");
 }
 

@@ -92,6 +92,7 @@ struct SolidDeck {
   int NSOLV = 4;
   int KMASS = 0;
   std::string gmres = "60 1000 1e-9 0";  ///< the card that follows with NSOLV 3
+  int KRENU = 0;
   std::vector<Vector3> nodes;
   std::vector<ElementCard> elements;
   std::vector<std::vector<LayerCards>> composites{{LayerCards{}}};

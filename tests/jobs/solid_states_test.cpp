@@ -291,38 +291,41 @@ TEST(RotatedTwins, MaterialLayerAndElementAnglesGiveOneAnswer) {
 
 // ---- ways to the same converged state ----
 
-TEST(Agreement, SolversAlgorithmsAndCommitRulesReachOneState) {
+TEST(Agreement, SolversAlgorithmsCommitRulesAndNodeNumbersReachOneState) {
   std::vector<ResultBlock> reference;
-  for (const auto& [NSOLV, algorithm, KPATH] : {std::array{4, 2, 1},
-                                                {2, 2, 1},
-                                                {5, 2, 1},
-                                                {4, 1, 1},
-                                                {4, 3, 1},
-                                                {4, 4, 1},
-                                                {4, 2, 2},
-                                                {1, 2, 1},
-                                                {1, 1, 1},
-                                                {1, 4, 1},
-                                                {3, 2, 1},
-                                                {3, 3, 1}}) {
+  for (const auto& [NSOLV, KRENU, algorithm, KPATH] : {std::array{4, 0, 2, 1},
+                                                       {2, 0, 2, 1},
+                                                       {5, 1, 2, 1},
+                                                       {6, 0, 2, 1},
+                                                       {6, 1, 4, 1},
+                                                       {4, 1, 1, 1},
+                                                       {2, 1, 3, 1},
+                                                       {4, 0, 4, 1},
+                                                       {4, 0, 2, 2},
+                                                       {1, 0, 2, 1},
+                                                       {1, 0, 1, 1},
+                                                       {1, 1, 4, 1},
+                                                       {3, 0, 2, 1},
+                                                       {3, 1, 3, 1}}) {
     SolidDeck deck;
     deck.NSOLV = NSOLV;
+    deck.KRENU = KRENU;
     deck.KPATH = KPATH;
     deck.materials = {wood()};
-    BrickGrid{2, 2, 3}.addTo(deck, unitGrid);
-    deck.elements[8].step = 2;
-    for (int n = 1; n <= 9; ++n) deck.steps[0].fixities.push_back({n, 111, {}});
-    deck.steps[0].pointLoads[36] = {1.0, 1.0, 0.0};
-    deck.steps[0].increments[0].repeat = 3;
+    BrickGrid{6, 6, 6}.addTo(deck, unitGrid);
+    deck.elements[80].step = 2;
+    for (int n = 1; n <= 49; ++n) deck.steps[0].fixities.push_back({n, 111, {}});
+    deck.steps[0].pointLoads[343] = {1.0, 1.0, 0.0};
+    deck.steps[0].increments[0].repeat = 2;
     deck.steps[0].increments[0].algorithm = algorithm;
     deck.steps.push_back(deck.steps[0]);  // without an element, one node pushed, another let go
     deck.steps[0].activeSteps = {1, 2};
-    deck.steps[1].fixities[0] = {30, 1, {0, 0, 2e-4}};
+    deck.steps[1].fixities[0] = {300, 1, {0, 0, 2e-4}};
     const JobFolder folder;
 
     const auto results = solve(folder, deck.text());
 
-    SCOPED_TRACE(testing::Message() << "NSOLV " << NSOLV << " KALGO " << algorithm << " KPATH " << KPATH);
+    SCOPED_TRACE(testing::Message() << "NSOLV " << NSOLV << " KRENU " << KRENU << " KALGO " << algorithm);
     if (reference.empty()) reference = results;
     ASSERT_EQ(results.size(), reference.size());
     for (std::size_t b = 0; b < results.size(); ++b) {
