@@ -22,6 +22,7 @@
 #include "input/mesh_cards.h"
 #include "job/head.h"
 #include "job/time_lines.h"
+#include "results/frequency_records.h"
 #include "results/listing.h"
 #include "results/monitors.h"
 #include "results/post_files.h"
@@ -124,10 +125,6 @@ class Driver {
     }
     if (model_.control.KPATH != 1 && model_.control.KPATH != 2) {
       notify(job_, "KPATH is neither 1 nor 2: states are never committed, and reported as 0");
-    }
-    if (model_.control.KFREC == 1) {
-      notify(job_,
-             "the records of points and composites for the frequency study (KFREC = 1) are not in this build yet");
     }
     if (model_.loop.NLOAD < 1) {
       notify(job_, "the deck asks for no load step");
@@ -239,6 +236,9 @@ class Driver {
     constexpr int coupled = 2;
     if (model_.control.KACOP == coupled || model_.loop.NPASS == 1) {
       timed(job_, job_.times.initial, [&] { analysis_.kernel.CALCIN(model_, model_.loadStep.TEMPL); });
+      if (model_.loop.ILOAD == 1 && model_.loop.NPASS == 1 && model_.control.KFREC == 1) {
+        writeElasticRecords(job_, model_, analysis_.kernel);
+      }
       ++model_.loop.NPASS;
     }
   }

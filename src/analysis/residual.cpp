@@ -2,6 +2,7 @@
 #include "analysis/residual.h"
 
 #include "analysis/analysis.h"
+#include "results/frequency_records.h"
 
 namespace zema {
 
@@ -24,8 +25,12 @@ void RESIDU(Analysis& analysis) {
 }
 
 void FINISH(Analysis& analysis) {
-  Monitors& monitors = analysis.model.monitors;
-  analysis.model.points.commit();
+  Model& model = analysis.model;
+  Monitors& monitors = model.monitors;
+  model.points.commit();
+  if (model.increment.KFRES == 1 && model.control.KFREC == 1) {
+    writeSecantRecords(analysis.job, model, analysis.kernel);
+  }
   monitors.DISIG += monitors.SDAMD;
   if (monitors.SVOLD != 0.0) {
     monitors.DANEN = monitors.SDAMV / monitors.SVOLD;

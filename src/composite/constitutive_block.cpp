@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "composite/composite_elasticity.h"
+#include "composite/secant_stiffness.h"
 #include "composite/serial_parallel_layer.h"
 #include "composite/short_fibre_layer.h"
 #include "constitutive/elastic_moduli.h"
@@ -277,6 +278,13 @@ Stress<N> ConstitutiveBlock<N>::MODULI(const Model& model, int e, const Strain<N
   const ControlRecord& control = model.control;
   const PassContext pass{.LARGE = control.LARGE, .KTANP = control.KTANP, .KPUSH = control.KPUSH};
   return zema::MODULI(elasticMatrix(e), STRAT, F, pass.pushes(model.mesh.element(e).NTYPE), control.KTANP);
+}
+
+template <int N>
+Matrix<N> ConstitutiveBlock<N>::CALCSEC(const Model& model, int e, int point) const {
+  return zema::CALCSEC<N>(planFor(e), elastic_, [&](int component) {
+    return model.points.internal(StateSlot::trial, e, point, component)[internal::damage];
+  });
 }
 
 template <int N>

@@ -60,6 +60,8 @@ class ConstitutiveBlock {
   /// iteration when the analysis has moved on, the matrix is to be formed anew (KRESL below 2), and the point was not
   /// elastic or strains are finite.
   [[nodiscard]] Matrix<N> CGLOBSO(const Model& model, int e, int point) const;
+  /// `CALCSEC`: secant matrix of a point in element axes, from the damage of its components in slot 2.
+  [[nodiscard]] Matrix<N> CALCSEC(const Model& model, int e, int point) const;
   /// A deformation gradient (global axes) in the axes of a record of element e: those of the material for the component
   /// LOCMA of a simple material, global ones for component 0.
   [[nodiscard]] Matrix<3> gradientInRecordAxes(int e, int component, const Matrix<3>& F) const;

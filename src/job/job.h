@@ -28,6 +28,7 @@ inline constexpr int iterations = 26;      ///< iteration blocks of the mechanic
 inline constexpr int thermalListing = 29;  ///< listing of the thermal field
 inline constexpr int thermalLog = 31;      ///< log of the thermal field; also takes the summary of times
 inline constexpr int curves = 35;          ///< curve i is written on this channel plus i
+inline constexpr int elasticRecords = 38;  ///< text of the elastic matrices of a frequency study
 inline constexpr int frequencies = 161;    ///< "frecuencias.dts"
 }  // namespace channel
 

@@ -9,6 +9,7 @@
 
 namespace zema {
 
+class FrequencySource;
 struct ResultProfile;
 
 /// What differs between kernels as data. One row a kernel, in the kernel's own folder.
@@ -90,6 +91,9 @@ class Kernel {
   [[nodiscard]] virtual double volume(const Model& model, int e) const = 0;
   /// `RESIDU`: updates the trial state of all points of an element and leaves the three columns of ELOAD.
   virtual EnergySums RESIDU(Model& model, int e) const = 0;
+
+  /// Source of the frequency records; nullptr for a kernel that keeps none.
+  [[nodiscard]] virtual const FrequencySource* frequencySource() const { return nullptr; }
 
   /// `CAUCHY`, `ALMANS`: move the stored stress or strain of a point into the current configuration. It stays in the
   /// axes of its record: component 0 in global axes, LOCMA of a simple material in material axes.

@@ -35,6 +35,13 @@ struct Monitors {
   double ENEDIS = 0.0;  ///< dissipated energy
 };
 
+/// What the secant records of a frequency study have counted so far.
+struct FrequencyState {
+  int batch = 0;  ///< number of the last batch of records; 0: none yet
+  int ILOAD = 0;  ///< its load step
+  int INCRE = 0;  ///< its increment
+};
+
 /// One accumulator of energy for one element or a whole pass.
 struct EnergySums {
   double work = 0.0;    ///< goes to SDAMD
@@ -69,6 +76,7 @@ struct Model {
   Displacements displacements;
   std::vector<Curve> curves;
   Monitors monitors;
+  FrequencyState frequencies;
 
   [[nodiscard]] bool active(const ElementData& element) const {
     return loadStep.ACTIV[static_cast<std::size_t>(element.IFASE - 1)] == 1;

@@ -14,6 +14,7 @@
 #include "foundation/layout.h"
 #include "kernel/solid3d/post_profile.h"
 #include "kernel/solid3d/solid_element.h"
+#include "model/frequency_source.h"
 #include "tensor/configuration.h"
 
 namespace zema {
@@ -77,7 +78,7 @@ struct ElementKind {
   }
 };
 
-class Solid3D final : public Kernel {
+class Solid3D final : public Kernel, private FrequencySource {
   /// Calls f with the element as a SolidElement of its number of nodes.
   template <class F>
   auto withElement(const Model& model, int e, const F& f) const {
@@ -143,10 +144,17 @@ class Solid3D final : public Kernel {
     return withElement(model, e, [&](const auto& element) { return solid3d::RESIDU(element, thickness, model); });
   }
 
+  [[nodiscard]] const FrequencySource* frequencySource() const override { return this; }
+
   void CAUCHY(const Model& model, int e, PointIndex point, int component, std::span<double> stress) const override;
   void ALMANS(const Model& model, int e, PointIndex point, int component, std::span<double> strain) const override;
 
  private:
+  [[nodiscard]] Stiffness elasticStiffness(int c) const override { return block_->compositeRecord(c).VDMANX.values; }
+  [[nodiscard]] double density(int c) const override { return block_->DENSV(c); }
+  [[nodiscard]] Stiffness secantStiffness(const Model& model, int e, int point) const override {
+    return block_->CALCSEC(model, e, point).values;
+  }
   [[nodiscard]] int kindNumber(const ElementData& element);
   [[nodiscard]] Matrix<3> gradientAt(const Model& model, int e, PointIndex point, int component) const;
 
