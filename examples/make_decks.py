@@ -30,10 +30,10 @@ class Pieces:
                 yield f"{sum(self.sizes[:piece]) + int(number)} {x[0]} {float(x[1]) + y:.10g} {x[2]}"
             y += block.lengths[1] + self.gap
 
-    def element_cards(self, composite=lambda i, j, k: 1, step=lambda i, j, k: 1):
+    def element_cards(self, composite=lambda *place: 1, step=lambda *place: 1):
         number = 0
         for piece, block in enumerate(self.blocks):
-            for card in block.element_cards(composite, step):
+            for card in block.element_cards(lambda *place: composite(piece, *place), lambda *place: step(piece, *place)):
                 number += 1
                 words = card.split()
                 nodes = [str(sum(self.sizes[:piece]) + int(word)) for word in words[9:17]]
@@ -142,7 +142,7 @@ def curve(title, x, x_card, y, y_card):
 
 
 def deck(name, block, materials, composites, steps, title, curves=(), large=0, push=1, tangent=0,
-         composite=lambda i, j, k: 1, step=lambda i, j, k: 1, stages=1, NSOLV=4, home=HERE):
+         composite=lambda *place: 1, step=lambda *place: 1, stages=1, NSOLV=4, home=HERE):
     nodes = list(block.node_cards())
     elements = list(block.element_cards(composite, step))
     lines = ["MEC3D", f"1 {large} {tangent} {push} 0", "START1", f'"{title}"',
@@ -289,6 +289,29 @@ def relaxing_polymer():
     deck("relaxing_polymer", bars, [polymer], [[(1.0, 0.0, 1)]], [step], "a polymer that relaxes and creeps", curves)
 
 
+def cyclic_metal_bar():
+    """Two bars that do not touch, pulled and pushed by 1 % in turn: one hardens kinematically, one isotropically."""
+    bars = Pieces([Block(2, 1, 1, (2.0, 1.0, 1.0)) for _ in range(2)], 1.0)
+    supports = [(bars.node(*p), 100 * (p[1] in (0, 2)) + 10 * (p[2] == 0) + (p[3] == 0), p[1] == 2) for p in bars.places()]
+
+    def half_cycle(way):
+        fixities = [(node, code, (way if end else 0, 0, 0)) for node, code, end in supports if code]
+        count = 10 if way == 0.02 else 20
+        return load_step(f"the ends move by {way:g}", fixities, [increment(count, 1.0 / count)], count)
+
+    kinematic = isotropic("metal that remembers", 200000.0, 0.3, codes=(2, 2, 3, 2, 3, 2),
+                          slots={7: 200.0, 32: 8000.0, 33: 1000.0, 34: 0.05})
+    plain = isotropic("metal that only gets harder", 200000.0, 0.3, codes=(2, 2, 8, 2, 3, 2),
+                      slots={7: 200.0, 8: 1, 9: 1, 10: 1, 11: 9000.0 / (1 + 9000.0 / 200000.0), 12: 1})
+    node = bars.node(0, 2, 0, 0)
+    curves = [curve(name, "X-DISPL", [f"{node} 1 1"], "Y-STRES", [f"{element} 1 1 0 0"])
+              for name, element in (("kinematic", 1), ("isotropic", 3))]
+    deck("cyclic_metal_bar", bars, [kinematic, plain], [[(1.0, 0.0, 1)], [(1.0, 0.0, 2)]],
+         [half_cycle(way) for way in (0.02, -0.04, 0.04, -0.04)], "two metals in cycles of 1 %", curves,
+         composite=lambda piece, *place: 1 + piece, NSOLV=2)
+
+
 if __name__ == "__main__":
-    for example in (cantilever, layered_plate, construction_stages, large_deflection, temperature, relaxing_polymer):
+    for example in (cantilever, layered_plate, construction_stages, large_deflection, temperature, relaxing_polymer,
+                    cyclic_metal_bar):
         example()
