@@ -40,7 +40,7 @@ class Return {
   [[nodiscard]] Strain<N> plasticIncrement() const { return lambda_ * yield_.g; }
 
   /// The first step, along the flow of the trial stress.
-  void predict() { advance({}, yield_.A * f_, yield_.Dg); }
+  void predict() { advance({}, multiplierOf(f_, yield_), yield_.Dg); }
 
   /// A step of Newton's method on s - trial + lambda D g = 0 and F - K = 0. Returns false when it cannot be formed.
   [[nodiscard]] bool correct() {

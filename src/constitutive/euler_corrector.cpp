@@ -8,15 +8,6 @@
 namespace zema {
 namespace {
 
-/// f A, unless softening makes it so large that the stress would turn round: then the step that the surface as it
-/// stands asks for. F is convex, so such a step ends outside the surface and the next one takes in the softening.
-template <int N>
-double multiplierOf(double f, const YieldState<N>& yield) {
-  const double lowering = dot(yield.Dg, yield.a);  // of F for a unit of the multiplier
-  const double multiplier = std::max(0.0, f * yield.A);
-  return multiplier * lowering > yield.yield.F || yield.A < 0.0 ? f / lowering : multiplier;
-}
-
 template <int N>
 void correct(const LawInput<N>& input, int passes, const char* words, LawState& state, LawResult<N>& result) {
   const MaterialPoint<N>& at = input.at;

@@ -1,6 +1,7 @@
 // What the plastic laws share around their returns: the yield test, and the answers of an elastic and a plastic step.
 #pragma once
 
+#include <algorithm>
 #include <cmath>
 
 #include "constitutive/law_failure.h"
@@ -66,6 +67,15 @@ void answerTangent(const PassContext& pass, const Matrix<N>& D, const Strain<N>&
 inline void checkPlasticFlow(const Material& material, const std::string& who) {
   if (material.NCRIP == Criterion::shear)
     throw InputFault(who + ", a plastic law, with potential 8, along which nothing can flow");
+}
+
+/// f A, unless softening makes it so large that the stress would turn round: then the step that the surface as it
+/// stands asks for. F is convex, so such a step ends outside the surface and the next one takes in the softening.
+template <int N>
+[[nodiscard]] double multiplierOf(double f, const YieldState<N>& yield) {
+  const double lowering = dot(yield.Dg, yield.a);  // of F for a unit of the multiplier
+  const double multiplier = std::max(0.0, f * yield.A);
+  return multiplier * lowering > yield.yield.F || yield.A < 0.0 ? f / lowering : multiplier;
 }
 
 /// Stops a law whose return does not end, or ends in a value that is not finite.
