@@ -1,0 +1,351 @@
+// What every law must do, law by law and criterion by criterion: turned frames, other units, smaller steps, tangents
+// against differences, and no state that is not finite.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <random>
+
+#include "constitutive/law_samples.h"
+#include "constitutive/law_table.h"
+#include "constitutive/sample_materials.h"
+#include "constitutive/yield_function.h"
+#include "foundation/distance.h"
+
+namespace zema {
+namespace {
+
+/// A law with a criterion and what holds for it.
+struct LawCase {
+  std::string name;
+  Material material;
+  double tangentError;  ///< largest relative error of the tangent against differences; 0: not a consistent tangent
+  bool turns = true;    ///< isotropic: a turned strain gives the turned stress
+  bool stops = false;   ///< the law may give up, with its words, when steps are large
+  double frameError = 1.0e-9;  ///< relative, of other frames and units
+  bool converges = true;       ///< with smaller steps
+
+  [[nodiscard]] double step() const { return stops ? 0.2 : 1.0; }  ///< of a path without stops, yield strains
+};
+
+constexpr double strength = 3.0;  // in tension, with E = 30000: a yield strain of 1e-4
+constexpr double E = 30000.0;
+
+Material concrete(Law law, Criterion criterion) {
+  Material m = isotropicMaterial(E, 0.2);
+  m.NTINT = law;
+  m.NCRIT = criterion;
+  m.NCRIP = criterion == Criterion::damageSimoJu ? Criterion::vonMises : criterion;
+  m.NFLUG = Flow::variable;
+  const bool twoSided = criterion == Criterion::mohrCoulomb || criterion == Criterion::lublinerOller;
+  double R = twoSided ? 10.0 : 1.0;
+  if (criterion == Criterion::druckerPrager) R = 7.0 / 3.0;
+  m(slot::frictionAngle) = m(slot::dilatancyAngle) = std::numbers::pi / 6.0;
+  m(slot::yieldRatio) = m(slot::potentialRatio) = m(slot::damageRatio) = R;
+  m(slot::yieldAlpha) = m(slot::potentialAlpha) = 0.12;
+  m(slot::yieldGamma) = m(slot::potentialGamma) = 3.0;
+  m(slot::yieldStress) = m(slot::damageStress) = strength * R;
+  for (const int curve : {slot::tensionCurve, slot::compressionCurve}) m(curve) = 2.0;
+  m(slot::tensionFractureEnergy) = 1.0e-3;
+  m(slot::compressionFractureEnergy) = 1.0e-3 * R * R;
+  m(54) = 1.0e-3;
+  return m;
+}
+
+Material hardening(Material m, double slope) {
+  m.NHARD = HardeningVariable::strain;
+  m(slot::tensionCurve) = m(slot::tensionPeakDissipation) = m(slot::tensionSlopeFlag) = 1.0;
+  m(slot::tensionPeakStress) = m(slot::yieldRatio);
+  m(slot::tensionSlope) = slope;
+  return m;
+}
+
+Material softening(Material m, HardeningVariable variable) {
+  m.NHARD = variable;
+  return m;
+}
+
+std::vector<LawCase> plasticCases() {
+  std::vector<LawCase> cases;
+  for (const Law law : {Law::eulerCorrector, Law::subincrementing, Law::backwardEuler, Law::backwardEulerCorrector,
+                        Law::backwardEulerNumeric}) {
+    for (const Criterion criterion : {Criterion::tresca, Criterion::vonMises, Criterion::mohrCoulomb,
+                                      Criterion::druckerPrager, Criterion::lublinerOller}) {
+      const std::string name =
+          "law " + std::to_string(static_cast<int>(law)) + " criterion " + std::to_string(static_cast<int>(criterion));
+      const Material m = concrete(law, criterion);
+      const bool numeric = law == Law::backwardEulerNumeric, edges = criterion == Criterion::tresca;
+      if (numeric && edges) continue;  // its differences step over the edges: it gives up
+      const bool stops = law == Law::backwardEuler || numeric;
+      const double frameError = numeric ? 1.0e-6 : 1.0e-9;  // the smallest difference is 0.01 in any unit
+      cases.push_back({name + " hardening", hardening(m, 3000.0), 0.0, true, stops, frameError});
+      // explicit steps that soften wander along the edges
+      const bool converges = !(edges && law == Law::subincrementing);
+      cases.push_back({name + " work", softening(m, HardeningVariable::work), 0.0, true, stops, frameError, converges});
+    }
+    const Material strain = concrete(law, Criterion::vonMises);
+    cases.push_back({"law " + std::to_string(static_cast<int>(law)) + " strain by shares",
+                     softening(strain, HardeningVariable::equivalentStrain), 0.0, true, false, 1.0e-6});
+  }
+  for (const Law law : {Law::backwardEuler, Law::backwardEulerNumeric}) {
+    Material metal = hardening(concrete(law, Criterion::vonMises), 3000.0);
+    metal.NMATX = TangentChoice::algorithmic;
+    cases.push_back({"algorithmic tangent of law " + std::to_string(static_cast<int>(law)), metal,
+                     law == Law::backwardEuler ? 2.0e-6 : 5.0e-5});
+  }
+  Material kinematic = concrete(Law::kinematicHardening, Criterion::vonMises);
+  kinematic(slot::kinematicSlope) = 2000.0;
+  kinematic(slot::initialHardening) = 1000.0;
+  kinematic(slot::kinematicExponent) = 1.0;
+  cases.push_back({"kinematic", kinematic, 0.0});
+  for (const Law law : {Law::damagePlastic, Law::generalDamagePlastic}) {
+    Material both = hardening(concrete(law, Criterion::vonMises), 3000.0);
+    both(slot::yieldStress) = 2.0 * strength;
+    cases.push_back({"damage and plasticity " + std::to_string(static_cast<int>(law)), both, 0.0});
+  }
+  return cases;
+}
+
+std::vector<LawCase> otherCases() {
+  std::vector<LawCase> cases{{"elastic", concrete(Law::elastic, Criterion::vonMises), 1.0e-8}};
+  for (int criterion = 1; criterion <= 8; ++criterion) {
+    for (const int curve : {1, 2}) {
+      Material m = concrete(Law::simpleDamage, static_cast<Criterion>(criterion));
+      m(51) = curve;
+      if (m.NCRIT == Criterion::damageSimoJu) m(slot::damageStress) /= std::sqrt(E);
+      const std::string law = "damage, criterion " + std::to_string(criterion) + ", curve " + std::to_string(curve);
+      cases.push_back({law, m, m.NCRIT == Criterion::damagePlaneStress ? 1.0e-2 : 1.0e-6, criterion != 8});
+    }
+    if (criterion > 5) continue;
+    const Material m = concrete(Law::generalDamage, static_cast<Criterion>(criterion));
+    // with unlike curves the threshold follows the share of tension too, which the tangent leaves out
+    cases.push_back({"general damage, criterion " + std::to_string(criterion), m, criterion > 2 ? 0.0 : 1.0e-6});
+  }
+  for (const int curve : {1, 2, 3}) {
+    Material m = concrete(Law::tensionCompressionDamage, Criterion::mohrCoulomb);
+    m(51) = m(94) = curve;
+    m(95) = m(98) = curve == 3 ? 0.5 : 4.0;
+    m(96) = m(99) = 0.5;
+    m(97) = m(100) = 0.1;
+    cases.push_back({"two damages, curve " + std::to_string(curve), m, 1.0e-6});
+  }
+  Material separate = concrete(Law::tensionCompressionDamageAlternative, Criterion::vonMises);
+  separate(slot::tensionPeakStress) = strength;
+  separate(slot::damageStress) = 10.0 * strength;
+  separate(slot::compressionFractureEnergy) = 0.1;
+  cases.push_back({"two damages by separate measures", separate, 1.0e-6});
+  for (const Law law : {Law::viscoelastic, Law::viscoelasticDynamic, Law::viscoDamage}) {
+    Material m = concrete(law, Criterion::vonMises);
+    m(slot::parallelSpring) = 0.6 * E;
+    m(slot::relaxationTime) = 10.0;
+    cases.push_back({"viscous law " + std::to_string(static_cast<int>(law)), m, 0.0});
+  }
+  return cases;
+}
+
+std::vector<LawCase> allCases() {
+  std::vector<LawCase> cases = otherCases();
+  for (const LawCase& one : plasticCases()) cases.push_back(one);
+  return cases;
+}
+
+template <int N>
+SamplePoint<N> pointOf(const LawCase& one) {
+  SamplePoint<N> point(one.material, lawOf<N>(one.material, 1));
+  point.geometry.dV = point.geometry.TVOLU = point.geometry.FRACL = 1.0;
+  point.pass.TOLER = 1.0e-6;
+  point.pass.DTIME = 0.1;
+  point.pass.dynamic = one.material.NTINT == Law::viscoelasticDynamic;
+  return point;
+}
+
+/// Strains of a path of random steps, a step being `size` yield strains.
+template <int N>
+std::vector<Strain<N>> randomPath(unsigned seed, int steps, double size) {
+  std::mt19937 generator(seed);
+  std::normal_distribution<double> number(0.0, size * strength / E);
+  std::vector<Strain<N>> path(1);
+  for (int i = 0; i < steps; ++i) {
+    Strain<N> next = path.back();
+    for (double& value : next.values) value += number(generator);
+    path.push_back(next);
+  }
+  path.erase(path.begin());
+  return path;
+}
+
+template <int N>
+bool isFinite(const SamplePoint<N>& point) {
+  const auto finite = [](double value) { return std::isfinite(value); };
+  return std::ranges::all_of(point.trial, finite) && std::ranges::all_of(point.trialInternal, finite);
+}
+
+/// Runs histories of a law in N components; returns how many ended by a stop of the law with words.
+template <int N>
+int runHistories(const LawCase& one, int count) {
+  int stops = 0;
+  for (int h = 0; h < count; ++h) {
+    SamplePoint<N> point = pointOf<N>(one);
+    try {
+      for (const Strain<N>& strain : randomPath<N>(static_cast<unsigned>(h), 12, h % 2 == 0 ? 0.5 : 3.0)) {
+        (void)point.update(strain);
+        EXPECT_TRUE(isFinite(point)) << "history " << h;
+        point.commit();
+      }
+    } catch (const ConstitutiveStop& stop) {
+      EXPECT_FALSE(std::string(stop.what()).empty());
+      EXPECT_NE(stop.explanation().find("element 1, point 1"), std::string::npos);
+      ++stops;
+    }
+  }
+  return stops;
+}
+
+#ifdef __SANITIZE_ADDRESS__
+constexpr int histories = 50;
+#else
+constexpr int histories = 1000;
+#endif
+
+TEST(EveryLaw, ThousandRandomHistoriesStayFinite) {
+  for (const LawCase& one : allCases()) {
+    SCOPED_TRACE(one.name);
+
+    const int stops = runHistories<6>(one, histories) + runHistories<4>(one, histories / 10);
+
+    if (!one.stops) {
+      EXPECT_LE(stops, 4);
+    }
+  }
+}
+
+TEST(EveryLaw, TurnsWithItsFrame) {
+  const Rotation<6> turn({25.0, 40.0, -70.0});
+  for (const LawCase& one : allCases()) {
+    if (!one.turns) continue;
+    SCOPED_TRACE(one.name);
+    SamplePoint<6> straight = pointOf<6>(one), turned = pointOf<6>(one);
+    for (const Strain<6>& strain : randomPath<6>(7, 8, one.step())) {
+      Strain<6> inTurnedFrame = strain;
+      ROTV(inTurnedFrame, turn, Direction::toLocal);
+
+      Stress<6> stress = straight.update(strain).stress;
+      const Stress<6> turnedStress = turned.update(inTurnedFrame).stress;
+
+      ROTV(stress, turn, Direction::toLocal);
+      ASSERT_LT(distance(stress, turnedStress), one.frameError * 10.0 * strength);
+      straight.commit();
+      turned.commit();
+    }
+  }
+}
+
+/// The material of a case with stresses `s` times and lengths `L` times as large in number.
+LawCase inOtherUnits(LawCase one, double s, double L) {
+  Material& m = one.material;
+  const bool strainCurves = m.NHARD == HardeningVariable::strain;
+  for (const int place : {1, 7, 11, 17, 32, 33, 37, 40, 49, 52}) m(place) *= s;
+  if (!strainCurves) m(slot::tensionPeakStress) *= s;
+  m(slot::compressionPeakStress) *= s;
+  m(slot::damageStress) *= m.NCRIT == Criterion::damageSimoJu ? std::sqrt(s) : s;
+  for (const int place : {13, 19, 54}) m(place) *= s * L;
+  return one;
+}
+
+TEST(EveryLaw, GivesTheSameAnswerInOtherUnits) {
+  constexpr double s = 1.0e6, L = 1.0e-3;  // N and mm to N and m
+  for (const LawCase& one : allCases()) {
+    SCOPED_TRACE(one.name);
+    SamplePoint<6> here = pointOf<6>(one), there = pointOf<6>(inOtherUnits(one, s, L));
+    there.geometry.FRACL *= L;
+    there.geometry.dV *= L * L * L;
+    there.geometry.TVOLU *= L * L * L;
+    for (const Strain<6>& strain : randomPath<6>(11, 8, one.step())) {
+      const Stress<6> stress = here.update(strain).stress;
+
+      const Stress<6> converted = (1.0 / s) * there.update(strain).stress;
+
+      ASSERT_LT(distance(stress, converted), one.frameError * 10.0 * strength);
+      here.commit();
+      there.commit();
+    }
+  }
+}
+
+TEST(EveryLaw, ConvergesWithSmallerSteps) {
+  const Strain<6> end = (6.0 * strength / E) * Strain<6>{{1.0, -0.3, 0.4, -0.1, 0.2, 0.3}};
+  for (const LawCase& one : allCases()) {
+    if (!one.converges) continue;
+    SCOPED_TRACE(one.name);
+    std::array<Stress<6>, 3> stress;
+    for (int level = 0; level < 3; ++level) {
+      SamplePoint<6> point = pointOf<6>(one);
+      const int steps = 40 << level;
+      point.pass.DTIME = 4.0 / steps;
+      for (int i = 1; i <= steps; ++i) {
+        const Strain<6> rate = (1.0 / 4.0) * end;
+        const Strain<6> strain = (static_cast<double>(i) / steps) * end;
+        stress[static_cast<std::size_t>(level)] =
+            point.update({strain, strain - Strain<6>::from(point.committed, point.places.STRAT()), rate}).stress;
+        point.commit();
+      }
+    }
+    const double coarse = distance(stress[0], stress[1]), fine = distance(stress[1], stress[2]);
+    EXPECT_LT(fine, 0.7 * coarse + 0.005 * strength);
+  }
+}
+
+TEST(EveryLaw, ConsistentTangentsAreTheDerivativesOfTheStress) {
+  for (const LawCase& one : allCases()) {
+    if (one.tangentError == 0.0) continue;
+    SCOPED_TRACE(one.name);
+    SamplePoint<6> point = pointOf<6>(one);
+    int compared = 0;
+    for (const Strain<6>& strain : randomPath<6>(23, 30, 0.6)) {
+      (void)point.update(strain);
+      const Matrix<6> tangent = point.tangent();
+      Matrix<6> differences;
+      bool smooth = true;  // no change of branch within the step of the differences
+      constexpr double h = 1.0e-6 * strength / E;
+      const Stress<6> middle = point.update(strain).stress;
+      for (int j = 0; j < 6; ++j) {
+        Strain<6> ahead = strain, behind = strain;
+        ahead[j] += h;
+        behind[j] -= h;
+        const Stress<6> up = point.update(ahead).stress, down = point.update(behind).stress;
+        for (int i = 0; i < 6; ++i) {
+          differences(i, j) = (up[i] - down[i]) / (2.0 * h);
+          smooth = smooth && std::abs(up[i] - 2.0 * middle[i] + down[i]) < 1.0e-3 * E * h;
+        }
+      }
+      if (smooth) {
+        EXPECT_LT(distance(tangent, differences), one.tangentError * E) << "step " << compared;
+        ++compared;
+      }
+      (void)point.update(strain);
+      point.commit();
+    }
+    EXPECT_GT(compared, 20);
+  }
+}
+
+TEST(EveryPlasticLaw, StaysOnItsSurface) {
+  for (const LawCase& one : plasticCases()) {
+    if (one.material.NTINT == Law::kinematicHardening || one.material.NTINT == Law::damagePlastic ||
+        one.material.NTINT == Law::generalDamagePlastic)
+      continue;
+    SCOPED_TRACE(one.name);
+    SamplePoint<6> point = pointOf<6>(one);
+    for (const Strain<6>& strain : randomPath<6>(33, 20, one.step())) {
+      const Stress<6> stress = point.update(strain).stress;
+
+      const CriterionData surface = yieldData(one.material, point.trialInternal[internal::frictionAngle]);
+      const double K = point.trialInternal[internal::yieldStress];
+      EXPECT_LE(PLINVA(invariantsOf(stress), surface).F, std::abs(K) * (1.0 + 1.0e-8) + 1.0e-7);
+      point.commit();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace zema
