@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Writes the decks of the examples. A deck is plain text: change a number there, or a size here, and run again."""
 
+import math
 import pathlib
 
 HERE = pathlib.Path(__file__).parent
@@ -65,10 +66,12 @@ class Block:
                 for i in range(self.n[0] + 1):
                     yield i, j, k
 
+    def position(self, place):
+        return [p * length / n for p, length, n in zip(place, self.lengths, self.n)]
+
     def node_cards(self):
         for place in sorted(self.places(), key=lambda p: self.node(*p)):
-            x = [p * length / n for p, length, n in zip(place, self.lengths, self.n)]
-            yield f"{self.node(*place)} " + " ".join(f"{v:.10g}" for v in x)
+            yield f"{self.node(*place)} " + " ".join(f"{v:.10g}" for v in self.position(place))
 
     def element_cards(self, composite=lambda i, j, k: 1, step=lambda i, j, k: 1):
         number = 0
@@ -110,9 +113,10 @@ def isotropic(title, E, nu, **more):
     return material(title, (E, E, E), (nu, nu, nu), **more)
 
 
-def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0), algorithm=2, post=(1, 1, 1, 0), time=1.0):
+def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0), algorithm=2, post=(1, 1, 1, 0),
+              arc="0 0.0 0 0", time=1.0):
     codes = " ".join(map(str, output))
-    return f"{repeat} {factor:.10g} {time} {tolerance:g} {iterations} {codes} {algorithm} 0 0.0 0 0 0 " \
+    return f"{repeat} {factor:.10g} {time} {tolerance:g} {iterations} {codes} {algorithm} {arc} 0 " \
            + " ".join(map(str, post)) + " 16*0"
 
 
@@ -253,6 +257,45 @@ def large_deflection():
          "a strip bent far out of its plane", curves, large=1, push=2, tangent=1)
 
 
+def shallow_arch():
+    """Half of the arch z = rise cos(pi x / span): the crown at x = 0, a pin in the middle of the depth at x = span / 2."""
+    n, span, rise, depth, E = 50, 20.0, 0.5, 0.4, 1.0e6
+
+    def shape(i):
+        return math.cos(math.pi * i / 2 / n)
+
+    class Arch(Block):
+        def position(self, place):
+            x, y, z = super().position(place)
+            return x, y, z - depth / 2 + rise * shape(place[0])
+
+    block = Arch(n, 1, 2, (span / 2, 1.0, depth))
+    fixities = []
+    for p in block.places():
+        code = 100 * (p[0] == 0) + 10 * (p[1] == 0) + 101 * (p[0] == n and p[2] == 1)
+        if code:
+            fixities.append((block.node(*p), code, (0, 0, 0)))
+    part = span / 2 / n
+    loads = {block.node(i, j, 1): (0, 0, -part / 2 * shape(i) * (0.5 if i in (0, n) else 1.0))
+             for i in range(n + 1) for j in (0, 1)}
+    crown = block.node(0, 0, 1)
+    step = load_step("a load of the arch's own shape", fixities,
+                     [increment(25, 1.0, output=(0, 1, 0, 0), post=(1, 0, 0, 0), arc=f"4 -0.04 {crown} 3")], 25,
+                     last_node=block.node(*block.n), point_loads=loads)
+    curves = [curve("crown", "X-DISPL", [f"{crown} 3 1"], "Y-RCTOT", ["3"])]
+    deck("shallow_arch", block, [isotropic("spring steel", E, 0.0)], [[(1.0, 0.0, 1)]], [step],
+         "a shallow arch that snaps through", curves, large=1, NSOLV=2)
+
+    def reaction(w):
+        """Of half the arch by the closed form, with the stiffness of the bricks in bending."""
+        bending = E * depth ** 3 / 12 * (1 + 0.5 * (part / depth) ** 2)
+        c = rise - w
+        return (math.pi / span) ** 4 * (bending * w + E * depth / 4 * (rise ** 2 - c ** 2) * c) * span / math.pi
+
+    rows = [f"{-w / 100:.2f} {reaction(w / 100):.8f}" for w in range(101)]
+    (HERE / "shallow_arch" / "closed_form.txt").write_text("\n".join(rows) + "\n")
+
+
 def temperature():
     block = Block(4, 2, 2, (2.0, 1.0, 1.0))
     symmetric = [(block.node(*p), (100 if p[0] == 0 else 0) + (10 if p[1] == 0 else 0) + (1 if p[2] == 0 else 0), (0, 0, 0))
@@ -312,6 +355,6 @@ def cyclic_metal_bar():
 
 
 if __name__ == "__main__":
-    for example in (cantilever, layered_plate, construction_stages, large_deflection, temperature, relaxing_polymer,
-                    cyclic_metal_bar):
+    for example in (cantilever, layered_plate, construction_stages, large_deflection, shallow_arch, temperature,
+                    relaxing_polymer, cyclic_metal_bar):
         example()

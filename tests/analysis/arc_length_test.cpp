@@ -20,6 +20,7 @@ class ArcLengthTest : public InputTest {
     analysis.model.working.FIXEM[14] = 5.0;
   }
   void read(const std::string& cards) override {
+    model.increment.NREPE = 0;
     deck("1 0.5 1 1e-7 30 0 0 0 0 2 " + cards + " 5*0 16*0\n");
     ASSERT_TRUE(readIncrementCard(job, model, kernel));
     ARCLE(analysis);
@@ -37,21 +38,19 @@ class ArcLengthTest : public InputTest {
 };
 
 TEST_F(ArcLengthTest, EachTypeFindsItsCorrectionAndItScalesLoadsAndSupports) {
-  folder.write("pairs", "1 2 a comment\n2 1\n3 4 1.0 2\n");  // four tables, two nodes a line
   struct Row {
     const char* card;  // KARCL ARCLN NODAR IDOFA
     double dl;
   };
-  model.vectors.RLOAD(0, 1)[0] = 10.0;
+  folder.write("pairs", "1 2 a comment\n2 1.0\n3,4\n2 1\n");
   job.CFILE[entry::pairs] = folder.path() / "pairs";
-  // D = (3, 4), A = (1, -1), T = (2, 1)
+  model.vectors.RLOAD(0, 1)[0] = 10.0;
   for (const Row& row : {Row{"1 6 0 0", (6.0 * 5.0 - 25.0 + 1.0) / 10.0}, Row{"2 10 0 0", (10.0 - 7.0) / 3.0},
-                         Row{"3 10 0 0", -2.2 + std::sqrt(2.2 * 2.2 + 15.0)}, Row{"4 8 2 1", 8.0 - 4.0 + 1.0},
-                         Row{"5 -4 2 1", 0.0}, Row{"4 8 2 2", 0.0}, Row{"7 8 2 2", 0.0}, Row{"6 2 1 1", 0.0},
-                         Row{"5 2 1 1", 2.0 - 0.0}}) {
+                         Row{"3 10 0 0", (-11.0 + std::sqrt(121.0 + 5.0 * 75.0)) / 5.0}, Row{"4 8 2 1", 8.0 - 3.0},
+                         Row{"4 8 2 2", 0.0}, Row{"7 8 9 9", 0.0}, Row{"5 -4 1 1", (-4.0 + 1.0) / -1.0},
+                         Row{"6 3 2 1", 2.0}, Row{"6 3 1 2", 0.0}, Row{"5 3 0 1", 0.0}}) {
     SCOPED_TRACE(row.card);
     setMotion({3, 4}, {1, -1}, {2, 1});
-    model.increment.NREPE = 0;
     model.vectors.TLOAD(0)[0] = analysis.equations.FIXED[14] = model.working.FACTO = 0.0;
 
     read(row.card);
@@ -62,6 +61,25 @@ TEST_F(ArcLengthTest, EachTypeFindsItsCorrectionAndItScalesLoadsAndSupports) {
     EXPECT_NEAR(model.vectors.TLOAD(0)[0], 10.0 * row.dl, 1e-13);
     EXPECT_NEAR(analysis.equations.FIXED[14], 5.0 * row.dl, 1e-13);
   }
+}
+
+TEST_F(ArcLengthTest, WhatCannotBeControlledStops) {
+  folder.write("pairs", "1 2\n1 6\n1");
+  job.CFILE[entry::pairs] = folder.path() / "pairs";
+  const std::string spoiltTable = "  >>>> ERROR EN LA LECTURA DE PARES DE PUNTOS";
+
+  setMotion({1, 0}, {0.1, 0}, {-1, 0});  // the larger root, 2.1, would turn back
+  EXPECT_EQ(endOf("3 1 0 0"), "goes on");
+  EXPECT_NEAR(model.increment.DFACT, 0.5 + 0.1, 1e-15);
+  setMotion({1, 0}, {-2, 0}, {0, 1});
+  EXPECT_THAT(endOf("3 2 0 0"), testing::StartsWith("run end FACTOR INICIAL MUY ALTO EN: SPHERICAL PATH -1.0"));
+  setMotion({0, 0}, {0, 3}, {1, 0});
+  EXPECT_THAT(endOf("3 1 0 0"), testing::StartsWith("run end ARC_LENGTH: SPHERICAL; RADICANDO < 0  -32.0"));
+  EXPECT_THAT(endOf("4 1 6 1"), testing::HasSubstr("field NODAR: found 6, expected a node from 1 to 5"));
+  EXPECT_THAT(endOf("4 1 5 4"), testing::HasSubstr("field IDOFA: found 4, expected a degree of freedom of node 5"));
+  EXPECT_EQ(endOf("5 1 1 3"), "goes on");
+  EXPECT_THAT(endOf("5 1 1 3"), testing::HasSubstr("line 2, node pair card, field node number: found 6"));
+  EXPECT_THAT(endOf("5 1 1 3"), testing::StartsWith("run end " + spoiltTable));
 }
 
 }  // namespace

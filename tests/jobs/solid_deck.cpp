@@ -101,7 +101,7 @@ void writeMaterials(std::ostream& out, const SolidDeck& deck) {
 void writeIncrement(std::ostream& out, const Increment& card) {
   out << card.repeat << ' ' << card.factor << ' ' << card.time << ' ' << card.tolerance << ' ' << card.iterations;
   for (const int code : card.output) out << ' ' << code;
-  out << ' ' << card.algorithm << " 0 0.0 0 0 0";
+  out << ' ' << card.algorithm << ' ' << card.arc << " 0";
   for (const int code : card.post) out << ' ' << code;
   out << " 16*0\n";
 }

@@ -66,6 +66,7 @@ struct Increment {
   int iterations = 30;
   std::array<int, 4> output{0, 3, 0, 0};
   int algorithm = 2;
+  std::string arc = "0 0.0 0 0";  ///< KARCL ARCLN NODAR IDOFA
   std::array<int, 4> post{1, 1, 1, 0};
 };
 

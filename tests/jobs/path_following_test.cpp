@@ -1,0 +1,136 @@
+// Paths beyond limit points, by all constraints of arc-length control.
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <numbers>
+#include <numeric>
+#include <sstream>
+
+#include "jobs/job_runner.h"
+#include "jobs/solid_deck.h"
+
+namespace zema::test {
+namespace {
+
+constexpr double span = 20.0, rise = 0.5, depth = 0.4, E = 1e6;
+constexpr BrickGrid grid{20, 1, 2};
+
+/// Half of a shallow arch y = rise cos(pi x / span), pinned at its end, under a load sin-shaped like itself, downwards.
+SolidDeck arch() {
+  const auto shape = [](double i) { return std::cos(std::numbers::pi * i / 2.0 / grid.nx); };
+  SolidDeck deck;
+  deck.LARGE = 1;
+  deck.NSOLV = 2;
+  deck.materials = {MaterialCards::isotropic(E, 0.0)};
+  grid.addTo(deck, [&](int i, int j, int k) {
+    return Vector3{span / 2.0 * i / grid.nx, double(j), depth * (k - 1) / 2.0 + rise * shape(i)};
+  });
+  for (int i = 0; i <= grid.nx; ++i)
+    for (int j = 0; j <= 1; ++j) {
+      const double length = span / 2.0 / grid.nx * (i % grid.nx == 0 ? 0.5 : 1.0);
+      deck.steps[0].pointLoads[grid.at(i, j, 1)] = {0.0, 0.0, -length / 2.0 * shape(i)};
+      for (int k = 0; k <= 2; ++k) {
+        const int code = (i == 0 ? 100 : 0) + (j == 0 ? 10 : 0) + (i == grid.nx && k == 1 ? 101 : 0);
+        if (code != 0) deck.steps[0].fixities.push_back({grid.at(i, j, k), code, {}});
+      }
+    }
+  deck.curveCount = 1;
+  deck.curves = {"crown", "X-DISPL", std::to_string(grid.at(0, 0, 1)) + " 3 1", "Y-RCTOT", "3"};
+  return deck;
+}
+
+/// Load per length at the crown's deflection w, slender shallow arch (Fung and Kaplan, 1952); the bricks' own stiffness
+/// in bending is 1 + (G / E) (a / depth)^2 times that of a beam.
+double closedForm(double w) {
+  const double bending = E * std::pow(depth, 3) / 12.0 * (1.0 + 0.5 * std::pow(span / 2.0 / grid.nx / depth, 2));
+  const double c = rise - w;
+  return std::pow(std::numbers::pi / span, 4) * (bending * w + E * depth / 4.0 * (rise * rise - c * c) * c);
+}
+
+std::vector<std::array<double, 2>> readCurve(const JobFolder& folder) {
+  std::istringstream in(folder.read("job.AA"));
+  std::vector<std::array<double, 2>> points;
+  for (std::string line; std::getline(in, line);) {
+    std::array<double, 2> point{};
+    if (!line.starts_with('#') && std::istringstream(line) >> point[0] >> point[1]) points.push_back(point);
+  }
+  return points;
+}
+
+std::vector<double> valuesOf(const ResultBlock& block) {
+  std::vector<double> all;
+  for (const auto& row : block.rows) all.insert(all.end(), row.begin(), row.end());
+  return all;
+}
+
+TEST(Arch, FourConstraintsFollowOnePathThroughSnapThrough) {
+  constexpr int increments = 25;
+  constexpr double step = 0.04;
+  SolidDeck deck = arch();
+  deck.steps[0].increments = {Increment{.repeat = increments, .tolerance = 1e-7}};
+  deck.steps[0].increments[0].arc = "4 -0.04 " + std::to_string(grid.at(0, 0, 1)) + " 3";
+  const JobFolder folder;
+  const auto path = solve(folder, deck.text());
+  const auto curve = readCurve(folder);
+  ASSERT_EQ(curve.size(), increments + 1U);
+  for (const auto& [w, reaction] : curve)
+    EXPECT_NEAR(reaction * std::numbers::pi / span, closedForm(-w), 0.1) << w;  // of 3.8 at the limit point
+
+  std::array<std::vector<std::string>, 4> arcs;  // type 1 to 3: the constraint that leads to the next point
+  std::vector<double> before(deck.nodes.size() * 3, 0.0);
+  for (int k = 0; k < increments; ++k) {
+    const std::vector<double> now = valuesOf(block(path, "DISPLACEMENTS", k));
+    double square = 0.0;
+    for (std::size_t i = 0; i < now.size(); ++i) square += (now[i] - before[i]) * (now[i] - before[i]);
+    const double sum = std::reduce(now.begin(), now.end()) - std::reduce(before.begin(), before.end());
+    for (std::size_t type : {1U, 2U, 3U}) {
+      std::ostringstream arc;
+      arc.precision(17);
+      arc << type << ' ' << (type == 2 ? sum : std::sqrt(square)) << " 0 0";
+      arcs[type].push_back(arc.str());
+    }
+    before = now;
+  }
+  for (std::size_t type : {1U, 2U, 3U}) {
+    SCOPED_TRACE(type);
+    const LoadStepCards loads = deck.steps[0];
+    SolidDeck follower = deck;
+    follower.steps.clear();
+    bool rises = false;
+    for (int k = 0; k < increments; ++k) {
+      // a new load step with the opposite load where the slope of the path changes its sign: type 3 takes the larger
+      // factor when an increment begins, type 1 the one of the card
+      const bool now = closedForm(step * k + 1e-6) > closedForm(step * k);
+      if (follower.steps.empty() || now != rises) {
+        follower.steps.push_back(loads);
+        follower.steps.back().KLOAD = 1;
+        follower.steps.back().increments.clear();
+        for (auto& [node, load] : follower.steps.back().pointLoads) load[2] *= now ? 1.0 : -1.0;
+      }
+      rises = now;
+      follower.steps.back().increments.push_back(
+          {.factor = 0.2, .tolerance = 1e-7, .arc = arcs[type][static_cast<std::size_t>(k)]});
+    }
+    const JobFolder other;
+    const auto followed = solve(other, follower.text());
+    for (int k = 0; k < increments; ++k) {
+      const std::vector<double> expected = valuesOf(block(path, "DISPLACEMENTS", k));
+      const std::vector<double> found = valuesOf(block(followed, "DISPLACEMENTS", k));
+      for (std::size_t i = 0; i < found.size(); ++i) ASSERT_NEAR(found[i], expected[i], 1e-8) << k;
+    }
+    EXPECT_NEAR(readCurve(other).back()[1], curve.back()[1], 1e-6);
+  }
+}
+
+TEST(PrescribedMotion, GrowsWithTheLoadFactorThatTheConstraintFinds) {
+  SolidDeck deck = symmetricCube(MaterialCards::isotropic(1000.0, 0.3), 0.01);
+  deck.steps[0].increments = {Increment{.repeat = 2, .factor = 0.05, .arc = "4 -0.0006 3 2"}};
+  const JobFolder folder;
+
+  const auto results = solve(folder, deck.text());
+
+  for (int k = 0; k < 2; ++k) EXPECT_NEAR(atNode(block(results, "DISPLACEMENTS", k), 2)[0], 0.002 * (k + 1), 1e-14);
+}
+
+}  // namespace
+}  // namespace zema::test
