@@ -348,6 +348,36 @@ TEST(Agreement, SolversAlgorithmsCommitRulesAndNodeNumbersReachOneState) {
   for (const Way& way : {Way{2}, {3, 1}, {5, 1}, {6}, {6, 1}}) expectAgreement(solved(bentPost(6), way), block);
 }
 
+TEST(Agreement, SolversOfUnsymmetricMatricesReachOneStateOfASoilThatFlowsWithLessDilatancyThanFriction) {
+  std::vector<ResultBlock> reference;
+  for (const int NSOLV : {2, 1, 3, 6}) {
+    SolidDeck deck;
+    deck.NSOLV = NSOLV;
+    deck.ISIME = 1;
+    BrickGrid{2, 2, 3}.addTo(deck, unitGrid);
+    for (int n = 1; n <= 9; ++n) {
+      deck.steps[0].fixities.push_back({n, 111, {}});
+      deck.steps[0].pointLoads[27 + n] = {0.05, 0.02, 0.2};
+    }
+    deck.steps[0].increments[0].repeat = 4;
+    deck.steps[0].increments[0].factor = 0.25;
+    deck.materials = {MaterialCards::isotropic(1000.0, 0.25)};
+    deck.materials[0].codes = {3, 3, 10, 2, 3, 2};
+    deck.materials[0].slots = {{5, 10}, {6, 30},  {7, 3},  {8, 1},  {9, 1},
+                               {10, 3}, {11, 20}, {12, 1}, {20, 3}, {26, 1.4}};
+    const JobFolder folder;
+
+    const auto results = solve(folder, deck.text());
+
+    SCOPED_TRACE(NSOLV);
+    if (reference.empty()) reference = results;
+    expectAgreement(results, reference);
+    if (NSOLV == 6) {
+      EXPECT_NE(folder.read("job.mec.log").find("unsymmetric sparse factors"), std::string::npos);
+    }
+  }
+}
+
 TEST(Agreement, ModifiedAlgorithmsReachTheFullNewtonStateInLargeDeflection) {
   double reference = 0.0;
   for (const int algorithm : {2, 3, 4}) {
