@@ -121,9 +121,10 @@ def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0)
 
 
 def load_step(title, fixities, increments, repeats, active=(1,), point_loads=None, last_node=0, gravity=None, faces=(),
-              temperature=0.0, keep=0):
+              temperature=0.0, keep=0, dynamic=0):
     lines = [title, f"{len(active)} " + " ".join(map(str, active)),
-             f"{keep} {repeats} {int(bool(point_loads))} {int(gravity is not None)} {int(bool(faces))} 5*0 {temperature:g}"]
+             f"{keep} {repeats} {int(bool(point_loads))} {int(gravity is not None)} {int(bool(faces))} "
+             + (f"1 {dynamic} 3*0" if dynamic else "5*0") + f" {temperature:g}"]
     if point_loads:
         loads = {**{last_node: (0, 0, 0)}, **point_loads}
         for node in sorted(loads):
@@ -146,12 +147,12 @@ def curve(title, x, x_card, y, y_card):
 
 
 def deck(name, block, materials, composites, steps, title, curves=(), large=0, push=1, tangent=0,
-         composite=lambda *place: 1, step=lambda *place: 1, stages=1, NSOLV=4, home=HERE):
+         composite=lambda *place: 1, step=lambda *place: 1, stages=1, NSOLV=4, most=1000, home=HERE):
     nodes = list(block.node_cards())
     elements = list(block.element_cards(composite, step))
     lines = ["MEC3D", f"1 {large} {tangent} {push} 0", "START1", f'"{title}"',
              f"{len(nodes)} {len(elements)} {len(composites)} {max(map(len, composites))} {len(materials)} {stages} "
-             f"1000 0 {NSOLV} 0 0 1 0 0", *elements]
+             f"{most} 0 {NSOLV} 0 0 1 0 0", *elements]
     for number, layers in enumerate(composites, 1):
         lines.append(f"{number} {len(layers)}")
         for fraction, angle, mat in layers:
@@ -354,7 +355,63 @@ def cyclic_metal_bar():
          composite=lambda piece, *place: 1 + piece, NSOLV=2)
 
 
+def earthquake():
+    """Level ground: a column of 1 x 1 that moves along x alone. Its .din holds a made-up record of 10 s."""
+    depth, n = 30.0, 15
+    block = Block(1, 1, n, (1.0, 1.0, depth))
+    held = [(block.node(*p), 111 if p[2] == 0 else 11, (0, 0, 0)) for p in block.places()]
+    shear = lambda density, speed: density * speed ** 2  # shear modulus, kPa
+    ground = [isotropic(title, 2.6 * shear(density, speed), 0.3, density=density)
+              for title, density, speed in (("gravel", 2.0, 300.0), ("clay", 1.7, 120.0))]
+    steps = 1200
+    step = load_step("the earthquake", held, [increment(1, 0.0, tolerance=1e-6, output=(0, 0, 0, 0), post=(1, 1, 0, 0),
+                                                        time=0.01)], 1, dynamic=1)
+    top, middle = block.node(0, 0, n), block.node(0, 0, 11)
+    curves = [curve("surface", "X-IINCS", [], "Y-DISPL", [f"{top} 1 1"]),
+              curve("foot of the clay", "X-IINCS", [], "Y-DISPL", [f"{middle} 1 1"])]
+    deck("earthquake", block, ground, [[(1.0, 0.0, 1)], [(1.0, 0.0, 2)]], [step],
+         "level ground of clay on gravel in an earthquake", curves, composite=lambda i, j, k: 2 if k >= 11 else 1, most=steps)
+    alpha, beta = rayleigh(0.05, 1.5, 8.0)
+    points = [(0.02 * i, math.sin(math.pi * i / 500) ** 2 * sum(a * math.sin(2 * math.pi * f * 0.02 * i) for a, f in
+                                                              ((1.1, 1.1), (0.8, 2.3), (0.5, 3.7), (0.3, 6.1)))) for i in range(501)]
+    lines = [f"1 0.01 1001 {steps} 0 {alpha:.6g} {beta:.6g} 0.25 0.5 0 0 0 0 0 100", "501 -1.0 1",
+             "a made-up record: time s, acceleration of the rock along x and y, m/s^2"]
+    lines += [f"{t:.2f} {a:.6f} 0" for t, a in points]
+    (HERE / "earthquake" / "earthquake.din").write_text("\n".join(lines) + "\n")
+
+
+def rayleigh(share, first, second):
+    """Factors of mass and stiffness that damp two frequencies (Hz) by the same share of critical damping."""
+    a, b = 2 * math.pi * first, 2 * math.pi * second
+    return 2 * share * a * b / (a + b), 2 * share / (a + b)
+
+
+def heated_column():
+    """A column of two lifts, nu = 0: steel, then concrete on it; both get softer."""
+    block = Block(1, 1, 8, (1.0, 1.0, 8.0))
+    fixities = [(block.node(*p), (100 if p[0] == 0 else 0) + (10 if p[1] == 0 else 0) + (1 if p[2] == 0 else 0), (0, 0, 0))
+                for p in block.places() if 0 in p]
+    steel = isotropic("steel frame", 2.0e6, 0.0, density=4.0, reference=20.0,
+                      young_curve=((20, 2.0e6), (100, 2.0e6), (400, 1.4e6), (700, 0.2e6)))
+    concrete = isotropic("concrete", 3.0e5, 0.0, density=2.5, reference=20.0,
+                         young_curve=((20, 3.0e5), (200, 2.7e5), (800, 0.6e5)))
+    steps = []
+    for title, active, T, loaded, factor in (("the lower half stands", (1,), 20, (1,), 1.0),
+                                             ("the upper half is placed", (1, 2), 20, (2,), 1.0),
+                                             ("fire, 300 degrees", (1, 2), 300, (2,), 0.0),
+                                             ("fire, 600 degrees", (1, 2), 600, (2,), 0.0),
+                                             ("cooled down", (1, 2), 20, (2,), 0.0)):
+        steps.append(load_step(title, fixities, [increment(1, factor, time=600.0)], 1, active=active, keep=1,
+                               gravity=(10.0, loaded), temperature=T))
+    middle, top = block.node(0, 0, 4), block.node(0, 0, 8)
+    curves = [curve("head of the steel", "X-IINCS", [], "Y-DISPL", [f"{middle} 3 1"]),
+              curve("head of the column", "X-IINCS", [], "Y-DISPL", [f"{top} 3 1"])]
+    deck("heated_column", block, [steel, concrete], [[(1.0, 0.0, 1)], [(1.0, 0.0, 2)]], steps,
+         "a column that is built in two stages, then burns", curves, composite=lambda i, j, k: 1 if k < 4 else 2,
+         step=lambda i, j, k: 1 if k < 4 else 2, stages=2)
+
+
 if __name__ == "__main__":
     for example in (cantilever, layered_plate, construction_stages, large_deflection, shallow_arch, temperature,
-                    relaxing_polymer, cyclic_metal_bar):
+                    relaxing_polymer, cyclic_metal_bar, earthquake, heated_column):
         example()

@@ -88,6 +88,9 @@ bool readIncrementCard(Job& job, Model& model, const Kernel& kernel) {
     if (model.control.LARGE != 0 && card.KALGO == static_cast<int>(Algorithm::initialStiffness)) {
       throw RunEnd(">>>> ERROR EN GRANDES DEF. UTILIZAR NEWTON-RAPHSON", model.control.LARGE, card.KALGO);
     }
+    if (model.loadStep.dynamic() && card.DTIME < 0.0) {
+      cards.fault("DTIME", card.DTIME, "a time step above 0");
+    }
     readArcLengthData(job, model);
   }
   --card.NREPE;

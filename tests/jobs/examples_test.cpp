@@ -79,6 +79,9 @@ TEST_P(Example, GivesTheValuesThatStandBesideItsDeck) {
   const std::vector<ExpectedValue> all = readExpected(GetParam());
   ASSERT_GE(all.size(), 4U);
   const JobFolder folder;
+  const std::string data = GetParam() + ".din";
+  if (std::filesystem::exists(exampleFolder(GetParam()) / data))
+    folder.write("job.din", readFile(exampleFolder(GetParam()) / data));
 
   const auto results = solve(folder, readFile(exampleFolder(GetParam()) / (GetParam() + ".dts")));
 
