@@ -48,9 +48,10 @@ class Block:
     the numbers within a brick close together, and the band of the equations narrow.
     """
 
-    def __init__(self, nx, ny, nz, lengths):
+    def __init__(self, nx, ny, nz, lengths, fracture_length=1.0):
         self.n = (nx, ny, nz)
         self.lengths = lengths
+        self.fracture_length = fracture_length
         self.strides = [0, 0, 0]
         stride = 1
         for axis in sorted(range(3), key=lambda a: self.n[a]):
@@ -81,7 +82,7 @@ class Block:
                     number += 1
                     low = ((i, j), (i + 1, j), (i + 1, j + 1), (i, j + 1))
                     nodes = [self.node(x, y, z) for z in (k, k + 1) for x, y in low]
-                    yield (f"{number} {composite(i, j, k)} 0 1.0 6 {step(i, j, k)} 8 2 1 "
+                    yield (f"{number} {composite(i, j, k)} 0 {self.fracture_length} 6 {step(i, j, k)} 8 2 1 "
                            + " ".join(map(str, nodes)) + " 3*0.0")
 
 
@@ -411,7 +412,28 @@ def heated_column():
          step=lambda i, j, k: 1 if k < 4 else 2, stages=2)
 
 
+def notched_beam():
+    """Half of a beam on two supports: the plane of symmetry x = 0 is held above the notch alone."""
+    nx, nz, length, depth, width, brick = 24, 10, 240.0, 100.0, 50.0, 10.0
+    block = Block(nx, 1, nz, (length, width, depth), fracture_length=2 * brick)
+    fixities = []
+    for p in block.places():
+        middle, support = p[0] == 0 and p[2] >= nz // 2, p[0] == nx and p[2] == 0
+        driven = p[0] == 0 and p[2] == nz
+        code = 100 * middle + 10 * (p[1] == 0) + (support or driven)
+        if code:
+            fixities.append((block.node(*p), code, (0, 0, -1.0 if driven else 0)))
+    concrete = isotropic("concrete", 30000.0, 0.2, codes=(2, 2, 19, 2, 2, 1), slots={10: 3.0, 19: 50.0, 30: 30.0, 54: 0.1})
+    step = load_step("the middle is pushed down", fixities,
+                     [increment(24, 0.004, post=(0, 0, 0, 0)), increment(1, 0.004), increment(44, 0.02, post=(0, 0, 0, 0)),
+                      increment(1, 0.02)], 70)
+    top = block.node(0, 0, nz)
+    curves = [curve("half of the load", "X-DISPL", [f"{top} 3 1"], "Y-RCTOT", ["3"])]
+    deck("notched_beam", block, [concrete], [[(1.0, 0.0, 1)]], [step], "a notched concrete beam that is bent to separation",
+         curves, NSOLV=6)
+
+
 if __name__ == "__main__":
     for example in (cantilever, layered_plate, construction_stages, large_deflection, shallow_arch, temperature,
-                    relaxing_polymer, cyclic_metal_bar, earthquake, heated_column):
+                    relaxing_polymer, cyclic_metal_bar, earthquake, heated_column, notched_beam):
         example()
