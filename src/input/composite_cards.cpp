@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "input/count_field.h"
+#include "input/deck_echo.h"
 #include "job/job.h"
 #include "model/kernel.h"
 
@@ -123,7 +124,7 @@ void readComposites(Job& job, Model& model, const KernelProfile& profile) {
     for (int l = 0; l < NULAY; ++l) {
       layers.push_back(readLayer(cards, control.NMATS, profile.NSTR1));
     }
-    checkShares(job, number, layers);
+    if (echoesModelCards(model)) checkShares(job, number, layers);
   }
 }
 

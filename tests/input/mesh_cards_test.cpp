@@ -56,6 +56,7 @@ TEST_F(MeshCardsTest, NodesTakeTheFirstElementsDofsWhenTheLastTwoCardsAgree) {
 
 TEST_F(MeshCardsTest, ReadsEveryKindOfLayer) {
   model.control.NLAYM = 4;
+  model.text.CSTART = "START1";
   read(ModelCards{.composites = "1 4\nP 0.1 1 2 3\n2 2 0.25 1 0.75\n'SP ' 0.2 0 0 0\n1 0.5 2 0.5 1 0 0 1 0 1\n"
                                 "NT 0.3 0 0 0\n1 0.6 2 0.3 1 0.2\nXX 0.4 0 0 0\n"});
 
