@@ -254,6 +254,7 @@ class Driver {
       if (model_.increment.KARCL != 0) {
         ARCLE(analysis_);
       }
+      releaseFactors();
       timed(job_, job_.times.updating, [&] { UPDAT(analysis_); });
       timed(job_, job_.times.residual, [&] { RESIDU(analysis_); });
       if (model_.loadStep.dynamic()) {
@@ -289,6 +290,13 @@ class Driver {
       measureVolumes();
     }
     SOLVER(analysis_, RightHandSide::outOfBalance, newMatrix);
+  }
+
+  /// With the full Newton method every iteration makes factors of its own.
+  void releaseFactors() {
+    if (analysis_.solver && static_cast<Algorithm>(model_.increment.KALGO) == Algorithm::newtonRaphson) {
+      analysis_.solver->release();
+    }
   }
 
   /// TVOLU of every element, found in the first stiffness pass of a load step.

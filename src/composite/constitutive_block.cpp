@@ -174,10 +174,6 @@ void ConstitutiveBlock<N>::ZERO(Model& model) const {
   for (int e = 0; e < model.mesh.NELEM(); ++e) {
     for (int point = 0; point < points.pointsOf(e); ++point) {
       for (const StateSlot slot : {StateSlot::committed, StateSlot::trial}) {
-        for (int component = 0; component < points.componentsOf(e); ++component) {
-          std::ranges::fill(points.mechanical(slot, e, point, component), 0.0);
-          std::ranges::fill(points.internal(slot, e, point, component), 0.0);
-        }
         points.internal(slot, e, point, 0)[internal::elasticFlag] = 1.0;
         for (const LayerPlan<N>& layer : planFor(e).layers) {
           for (const ComponentPlan<N>& component : layer.components) {

@@ -45,6 +45,7 @@ class ConstitutiveBlock {
   /// temperature of the load step. Once per residual pass.
   void IMPORTINFON1(const Model& model);
   /// `ZERO`: the state of a new job, in both slots of every point: internal variables by material, elastic tangents.
+  /// All else must be 0, as in a new point store: what is not written takes no memory yet.
   void ZERO(Model& model) const;
 
   /// `RESI2D`: stress of a point of an active element. Reads slot 1 and writes the whole of slot 2, of all components.

@@ -69,6 +69,10 @@ class Solver {
   /// Takes back what matrices() gave. Throws InputFault if the number of values does not fit the source.
   void restoreMatrices(const ElementSource& source, std::span<const double> values);
 
+  /// Says that no solve with the present factors is to come before a new matrix: a solver may give their memory back.
+  /// Should one come all the same, it is solved as well.
+  virtual void release() {}
+
  protected:
   explicit Solver(ResidualCheck check = ResidualCheck::byDoor) : check_(check) {}
 

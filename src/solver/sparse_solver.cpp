@@ -15,6 +15,10 @@
 namespace zema {
 namespace {
 
+// Factors with more entries (256 MiB) give their memory back when they have served: the analysis, which must then be
+// repeated, takes a few percent of the factorisation, while the states of the points want memory next.
+constexpr long long keptEntries = 1LL << 25;
+
 class SparseSolver final : public Solver {
  public:
   SparseSolver() : Solver(ResidualCheck::byBody) {}
@@ -28,11 +32,15 @@ class SparseSolver final : public Solver {
     IPERM_.clear();
   }
 
+  void release() override {
+    if (factors_ && factors_->entries() > keptEntries) factors_.reset();
+  }
+
  protected:
   void solveFree(const Task& task) override {
     EquationSystem& system = task.system;
     STARTENDPARDISO(task);
-    if (!task.newMatrix && !restored_.empty()) refactorise(task);
+    if (!task.newMatrix && !factors_) refactorise(task);
     if (task.newMatrix) matrix_.reset(pattern_);
     KGLOB(task.source, system, task.side, task.newMatrix ? &matrix_ : nullptr, task.pool, task.times);
     if (task.newMatrix) factorise(task);
@@ -72,12 +80,15 @@ class SparseSolver final : public Solver {
                        std::to_string(factors_->entries()) + " entries";
   }
 
+  // Factors of the matrix of before, which were released or belong to a restart.
   void refactorise(const Task& task) {
-    matrix_.reset(pattern_);
-    if (restored_.size() != matrix_.A_PARD().size())
-      throw InputFault("the factors of the restart data do not fit the equations of the deck");
-    std::ranges::copy(restored_, matrix_.A_PARD().begin());
-    restored_ = {};
+    if (!restored_.empty()) {
+      matrix_.reset(pattern_);
+      if (restored_.size() != matrix_.A_PARD().size())
+        throw InputFault("the factors of the restart data do not fit the equations of the deck");
+      std::ranges::copy(restored_, matrix_.A_PARD().begin());
+      restored_ = {};
+    }
     factorise(task);
     task.report.note.clear();
   }

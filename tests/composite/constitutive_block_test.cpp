@@ -229,11 +229,9 @@ TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
   material(slot::yieldStress) = 30.0;
   Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, skewAngles}});
   const ConstitutiveBlock<6> block(model);
-  std::ranges::fill(model.points.mechanical(StateSlot::trial, 0, 0, 1), 5.0);
 
   block.ZERO(model);
 
-  EXPECT_EQ(trial(model, 0, 1)[0], 0.0);
   for (const StateSlot slot : {StateSlot::committed, StateSlot::trial}) {
     const auto component = model.points.internal(slot, 0, 0, 1);
     EXPECT_EQ(component[internal::frictionAngle], 0.5);

@@ -114,6 +114,7 @@ TEST_P(Solvers, FactorsServeOtherLoadsAndFormOnlyElementsWithPrescribedMotion) {
 
   const Forming forming = GetParam().forming;
   source.formed = 0;
+  solver->release();  // a hint only
   source.element(20).ELOAD[0] += 2.0;
   source.element(20).ELOAD[1] += 1e6;  // at a position where the next element takes it back
   source.element(21).ELOAD[0] -= 1e6;
