@@ -56,7 +56,6 @@ TEST_F(MeshCardsTest, NodesTakeTheFirstElementsDofsWhenTheLastTwoCardsAgree) {
 
 TEST_F(MeshCardsTest, ReadsEveryKindOfLayer) {
   model.control.NLAYM = 4;
-  model.text.CSTART = "START1";
   read(ModelCards{.composites = "1 4\nP 0.1 1 2 3\n2 2 0.25 1 0.75\n'SP ' 0.2 0 0 0\n1 0.5 2 0.5 1 0 0 1 0 1\n"
                                 "NT 0.3 0 0 0\n1 0.6 2 0.3 1 0.2\nXX 0.4 0 0 0\n"});
 
@@ -73,7 +72,7 @@ TEST_F(MeshCardsTest, ReadsEveryKindOfLayer) {
   EXPECT_EQ(layers[3].kind, LayerKind::none);
   EXPECT_EQ(layers[3].PVLAY, 0.4);
   EXPECT_EQ(model.composites(1).NUMAT, 10);
-  EXPECT_THAT(written(channel::log), testing::EndsWith("\n ---> composite 1, layer 3: the shares of its components "
+  EXPECT_THAT(written(channel::log), testing::EndsWith(" ---> composite 1, layer 3: the shares of its components "
                                                        "add up to 1.1, not to 1\n"));
 }
 
