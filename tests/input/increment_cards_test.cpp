@@ -39,14 +39,16 @@ TEST_F(IncrementCardsTest, TheEndOfTheDeckIsNoFaultAndLeavesTheCardAlone) {
 }
 
 TEST_F(IncrementCardsTest, TheHeadStandsOnTheLogOnDemandAndTellsTheLength) {
+  const std::string before = written(channel::log);
   model.mesh.elements[1].FRACL = 0.0;
   echoIncrement(job, model);
   EXPECT_THAT(listing(), testing::EndsWith("\n0  CALCULO DE LA LONGITUD CARACTERISTICA COMO DSQRT(TVOLU)\n"));
-  EXPECT_EQ(written(channel::log), "");
+  EXPECT_EQ(written(channel::log), before);
 
   model.increment.NOUTP[3] = 1;
   echoIncrement(job, model);
-  EXPECT_EQ(written(channel::log) + written(channel::log), listing());
+  const std::string head = written(channel::log).substr(before.size());
+  EXPECT_EQ(head + head, listing());
 }
 
 }  // namespace
