@@ -80,7 +80,21 @@ Material turned(Material material) {
   return material;
 }
 
+/// Exponential damage, loading at each update; the third criterion is the dearest.
+Material damaged(Criterion criterion) {
+  Material material = orthotropic(200.0, 200.0, 0.3);
+  material.NTINT = Law::simpleDamage;
+  material.NCRIT = criterion;
+  material(slot::damageStress) = 0.05;
+  material(slot::damageRatio) = material(slot::yieldRatio) = 2.0;
+  material(slot::frictionAngle) = 0.5;
+  material(slot::damageFractureEnergy) = 1.0;
+  return material;
+}
+
 BENCHMARK(matrixVector);
+BENCHMARK_CAPTURE(runPoints, exponentialDamageVonMises, damaged(Criterion::vonMises), {})->Arg(1)->Arg(20000);
+BENCHMARK_CAPTURE(runPoints, exponentialDamageMohrCoulomb, damaged(Criterion::mohrCoulomb), {})->Arg(1);
 BENCHMARK_CAPTURE(runPoints, isotropic, orthotropic(200.0, 200.0, 0.3), {})->Arg(1)->Arg(20000);
 BENCHMARK_CAPTURE(runPoints, orthotropicByMaterialAngles, turned(orthotropic(200.0, 50.0, 0.3)), {})
     ->Arg(1)
