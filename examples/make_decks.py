@@ -433,7 +433,69 @@ def notched_beam():
          curves, NSOLV=6)
 
 
+def damaging(title, E, nu, strength, ratio, energy):
+    """Isotropic damage: strength in compression, its ratio to that in tension, fracture energy."""
+    return isotropic(title, E, nu, codes=(6, 2, 4, 2, 1, 1), slots={30: strength, 31: ratio, 51: 2, 54: energy})
+
+
+def bars_drawn_apart(bars, drawn, steps):
+    """Fixities of bars that are drawn along x by the given lengths in equal steps and free in y and z."""
+    fixities = []
+    for p in bars.places():
+        end = p[1] == bars.blocks[p[0]].n[0]
+        code = 100 * (p[1] == 0 or end) + 10 * (p[1] == 0 and p[2] == 0) + (p[3] == 0)
+        if code:
+            fixities.append((bars.node(*p), code, (drawn[p[0]] / steps if end else 0, 0, 0)))
+    return fixities
+
+
+def one_brick_bars(name, drawn, steps, materials, composites, titles, title):
+    """Single bricks of edge 1, each of a composite, drawn apart; a curve of stress over elongation for each."""
+    bars = Pieces([Block(1, 1, 1, (1.0, 1.0, 1.0)) for _ in composites], 1.0)
+    step = load_step("drawn apart", bars_drawn_apart(bars, drawn, steps),
+                     [increment(steps, 1.0, tolerance=1e-8, output=(0, 1, 1, 0), post=(1, 1, 0, 0))], steps)
+    curves = [curve(text, "X-DISPL", [f"{bars.node(number, 1, 0, 0)} 1 1"], "Y-STRES", [f"{number + 1} 1 1 0 0"])
+              for number, text in enumerate(titles)]
+    deck(name, bars, materials, composites, [step], title, curves, composite=lambda piece, *place: 1 + piece, NSOLV=2)
+
+
+def off_axis_plies():
+    angles = (0, 10, 20, 30, 45, 60, 90)
+    epoxy = damaging("epoxy", 3500.0, 0.35, 120.0, 2.0, 2.0)
+    glass = damaging("glass fibre", 72000.0, 0.22, 2000.0, 1.0, 60.0)
+    one_brick_bars("off_axis_plies", (0.04,) + (0.02,) * 6, 40, [epoxy, glass],
+                   [[(1.0, angle, fibre_ply(1, 2, 0.6))] for angle in angles], [f"ply at {angle}" for angle in angles],
+                   "glass and epoxy plies, drawn at angles to their fibres")
+
+
+def cross_ply_laminate():
+    """Half of a laminate 0 / 90 / 90 / 0, cut at its middle surface; two layers of bricks for a ply."""
+    nx, steps, strain = 10, 40, 0.02
+    block = Block(nx, 5, 4, (10.0, 5.0, 2.0))
+    fixities = [(block.node(*p), code, (strain * 10.0 / steps if p[0] == nx else 0, 0, 0)) for p in block.places()
+                if (code := 100 * (p[0] in (0, nx)) + 10 * (p[1] == 0) + (p[2] == 0))]
+    shown = dict(tolerance=1e-6, output=(0, 1, 0, 0), post=(1, 1, 0, 0))
+    step = load_step("drawn", fixities, [increment(1, 1.0, **shown), increment(steps - 2, 1.0, tolerance=1e-6, output=(0, 1, 0, 0),
+                                         post=(0, 0, 0, 0)), increment(1, 1.0, **shown)], steps)
+    plies = [[(1.0, angle, fibre_ply(1, 2, 0.6))] for angle in (90.0, 0.0)]
+    curves = [curve("force", "X-DISPL", [f"{block.node(nx, 0, 0)} 1 1"], "Y-RCTOT", ["1"])]
+    deck("cross_ply_laminate", block, [damaging("epoxy", 3500.0, 0.35, 120.0, 2.0, 2.0), isotropic("glass fibre", 72000.0, 0.22)],
+         plies, [step], "a cross-ply laminate whose transverse plies crack", curves, NSOLV=2,
+         composite=lambda i, j, k: 1 if k < 2 else 2)
+
+
+def short_fibre_bars():
+    lengths = (0.08, 0.12, 0.25, 1.0)
+    epoxy = damaging("epoxy", 3500.0, 0.35, 120.0, 2.0, 2.0)
+    fibres = [isotropic(f"glass fibre of length {length:g}", 72000.0, 0.22, slots={32: 0.01, 33: length}) for length in lengths]
+    filled = [[(1.0, 0.0, ("NT", f"1 0.4 {fibre} 0.2 1 0.4"))] for fibre in range(2, 2 + len(lengths))]
+    one_brick_bars("short_fibre_bars", (0.03,) * 5, 40, [epoxy, *fibres], [[(1.0, 0.0, 1)], *filled],
+                   ["epoxy alone", *(f"fibres of {length:g}" for length in lengths)],
+                   "bars of epoxy with short fibres of four lengths")
+
+
 if __name__ == "__main__":
     for example in (cantilever, layered_plate, construction_stages, large_deflection, shallow_arch, temperature,
-                    relaxing_polymer, cyclic_metal_bar, earthquake, heated_column, notched_beam):
+                    relaxing_polymer, cyclic_metal_bar, earthquake, heated_column, notched_beam,
+                    off_axis_plies, cross_ply_laminate, short_fibre_bars):
         example()
