@@ -69,6 +69,14 @@ void expectNear(const std::vector<double>& values, const std::vector<double>& ex
   for (std::size_t i = 0; i < values.size(); ++i) EXPECT_NEAR(values[i], expected[i], tolerance) << i;
 }
 
+/// The numbers behind each place of a text.
+std::vector<double> valuesBehind(std::string_view label, const std::string& text) {
+  std::vector<double> values;
+  for (std::size_t at = 0; (at = text.find(label, at + 1)) != std::string::npos;)
+    values.push_back(std::stod(text.substr(at + label.size(), 20)));
+  return values;
+}
+
 TEST(TimeIntegration, OscillatorFollowsNewmark) {
   Bar bar;
   std::string listing;
@@ -155,18 +163,36 @@ TEST(TimeIntegration, StaticAndDynamicStepsInTurnBalanceTheirPower) {
   expected.push_back(0.0);
   expectNear(bar.history(bar.data(), &listing), expected, 1e-12);
 
-  const auto powers = [listing](std::string_view label) {
-    std::vector<double> values;
-    for (std::size_t at = 0; (at = listing.find(label, at + 1)) != std::string::npos;)
-      values.push_back(std::stod(listing.substr(at + label.size())));
-    return values;
-  };
+  const auto powers = [&](std::string_view label) { return valuesBehind(label, listing); };
   const std::vector<double> sum = powers(" Pot. (def.)+(cin.)+(disip.):");
   ASSERT_EQ(sum.size(), 52U);
   expectNear(sum, powers(" Pot. introducida           :"), 1.1e-6);
   EXPECT_EQ(sum.front(), 0.0);
   EXPECT_EQ(sum.back(), 0.0);
   EXPECT_GT(powers(" Pot. disipada              :")[5], 0.01);
+}
+
+TEST(TimeIntegration, DamageShowsInItsIndicesWhilePowerIsBalanced) {
+  Bar bar;
+  bar.dt = 0.1;
+  bar.steps = 24;
+  bar.ALFAD = 0.05;
+  bar.BETAD = 0.01;
+  MaterialCards& material = bar.deck.materials[0];
+  material.E = {3.0, 3.0, 3.0};
+  material.codes = {2, 2, 4, 2, 1, 1};
+  material.slots = {{30, 3.0}, {31, 1.0}, {54, 10.0}};
+  bar.rows = "0.2 1";  // a load of 2, which a bar at rest bears
+  bar.deck.steps[0].increments[0].tolerance = 1e-7;
+  std::string listing;
+  const std::vector<double> u = bar.history(bar.data(), &listing);
+  EXPECT_GT(*std::ranges::max_element(u), 1.0);
+  expectNear(valuesBehind(" Pot. (def.)+(cin.)+(disip.):", listing),
+             valuesBehind(" Pot. introducida           :", listing), 2e-6);
+  const double byForce = valuesBehind("-medida en fuerza-- :", listing).back();  // damage is the same at all points
+  EXPECT_NEAR(valuesBehind("DANO GLOBAL -medida energetica--:", listing).back(), byForce, 1e-6);
+  EXPECT_GT(byForce, 0.4);
+  EXPECT_GT(valuesBehind("DISIPACIÓN GLOBAL -medida energetica--:", listing).back(), 1.0);
 }
 
 TEST(TimeIntegration, AnUndampedVibrationKeepsItsEnergyOverTenThousandSteps) {
