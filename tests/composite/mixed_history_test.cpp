@@ -97,6 +97,8 @@ const std::vector<Law> laws{Law::elastic,
                             Law::backwardEulerCorrector,
                             Law::backwardEulerNumeric,
                             Law::viscoDamage,
+                            Law::damagePlastic,
+                            Law::generalDamagePlastic,
                             Law::tensionCompressionDamage,
                             Law::tensionCompressionDamageAlternative};
 

@@ -1,10 +1,14 @@
 // Serial-parallel and short-fibre layers: elastic constants, reductions, axes.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cmath>
 
+#include "composite/composite_elasticity.h"
 #include "composite/point_model.h"
+#include "composite/serial_parallel_layer.h"
+#include "composite/short_fibre_layer.h"
 #include "composite/short_fibre_share.h"
+#include "constitutive/elastic_moduli.h"
 #include "constitutive/sample_materials.h"
 #include "foundation/distance.h"
 #include "foundation/errors.h"
@@ -80,8 +84,57 @@ TEST(ShortFibreLayer, ElasticConstants) {
       EXPECT_NEAR(found.G12, expected.G, 5.0e-4);
     }
   }
+  Material tooShort = isotropicMaterial(500.0e3, 0.2);
+  tooShort(slot::fibreRadius) = 1.0;
+  tooShort(slot::fibreLength) = 10.0;
+  EXPECT_THROW(constantsOf(shortFibre(1, 2, 0.5, 0.2, 0.3), {matrix, tooShort}), InputFault);
   EXPECT_NEAR(NPARORI(700.1), NPARORI(699.9), 1.0e-6);
   EXPECT_NEAR(NPARORI(800.0), 1.0 - std::log(3.0) / 800.0, 1.0e-15);
+}
+
+/// A law that always carries its yield stress, in all components: two of them never agree.
+void stubbornLaw(const LawInput<6>& input, LawState& state, LawResult<6>& result) {
+  result.SGTOT.values.fill(input.at.material(slot::yieldStress));
+  state.INTVAR[internal::elasticFlag] = 1.0;
+}
+
+TEST(MixedLayers, StopWithTheirWordsAndBothComponentsWhenNoStressIsCommon) {
+  std::vector<Material> materials{isotropicMaterial(3000.0, 0.3), isotropicMaterial(70.0e3, 0.2)};
+  materials[0](slot::yieldStress) = 1.0;
+  materials[1](slot::yieldStress) = 2.0;
+  const std::vector<ElasticMaterial<6>> elastic{MODPS<6>(materials[0], 1, std::nullopt),
+                                                MODPS<6>(materials[1], 2, std::nullopt)};
+  PointStore points(6, std::vector{2, 2, 2}, std::vector{6, 6, 6});
+  const PassContext pass;
+  const PointGeometry geometry{.dV = 0.125, .NTYPE = 6};
+  const LawFunction<6> law = stubbornLaw;
+  CompositePlan<6> plan;
+  plan.layers.resize(2);
+  plan.layers[0].kind = LayerKind::serialParallel;
+  plan.layers[0].components = {{1, 1, 0.4, law}, {2, 2, 0.6, law}};
+  plan.layers[0].rule = SerialParallelRule<6>(alongX, 0.4, 0.6);
+  plan.layers[1].kind = LayerKind::shortFibre;
+  plan.layers[1].components = {
+      {1, 1, 0.5, law}, {2, 2, 0.2, law}, {1, 3, 0.3, law}, {2, 4, 0.2, law}, {1, 5, 0.3, law}};
+  plan.layers[1].rule = SerialParallelRule<6>::serial(0.6, 0.4);
+  (void)elasticMeanOf<6>(plan, elastic, materials);
+  const LayerInput<6> input{pass, geometry, points, 2, 1, 3, materials, elastic, {someStrain, someStrain, {}}};
+
+  for (const LayerPlan<6>& layer : plan.layers) {
+    const bool isSerialParallel = layer.kind == LayerKind::serialParallel;
+    const char* const words =
+        isSerialParallel ? "NO CONVERGENCE REACHED IN SP RoM" : "NO CONVERGENCE REACHED IN NT RoM";
+    try {
+      (void)(isSerialParallel ? SP_MNGER(layer, input) : NT_MNGER(layer, input));
+      ADD_FAILURE() << words;
+    } catch (const RunEnd& stop) {
+      EXPECT_STREQ(stop.what(), words);
+      EXPECT_EQ(std::pair(stop.A(), stop.B()), std::pair(3.0, 2.0));
+      EXPECT_THAT(stop.explanation(), testing::StartsWith("element 3, point 2, layer 4: after 160 iterations"));
+      EXPECT_THAT(stop.explanation(), testing::HasSubstr("\n  matrix, material 1, law 0 \"ELASTIC\":"));
+      EXPECT_THAT(stop.explanation(), testing::HasSubstr("\n  fibre, material 2, law 0 \"ELASTIC\":"));
+    }
+  }
 }
 
 }  // namespace
