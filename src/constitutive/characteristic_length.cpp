@@ -13,7 +13,8 @@ double characteristicLength(const PointGeometry& geometry, LengthRule rule, bool
   if (bar && barsTakeMeasure) return measure;
   if (geometry.FRACL != 0.0) return geometry.FRACL;
   const double current = measure * geometry.DETF;
-  return rule == LengthRule::pointCubeRoot ? std::cbrt(current) : std::sqrt(current);
+  const bool plane = geometry.NTYPE >= 3 && geometry.NTYPE <= 5;
+  return rule == LengthRule::pointCubeRoot && !plane ? std::cbrt(current) : std::sqrt(current);
 }
 
 void checkLength(double l, double limit, std::string_view words) {

@@ -9,8 +9,10 @@ namespace zema {
 
 /// How a length is made of a measure when the element has no fracture length of its own.
 enum class LengthRule {
-  pointCubeRoot,     ///< cube root of the point's volume; a bar element: the point's volume itself
-  elementSquareRoot  ///< square root of the element's measure; a bar element: the measure itself
+  /// Cube root of the point's volume; an element of the plane: square root of its measure; a bar: the volume itself.
+  pointCubeRoot,
+  /// Square root of the element's measure; a bar: the measure itself.
+  elementSquareRoot
 };
 
 /// l: FRACL of the element; when that is 0 by the rule, with the determinant of the deformation gradient. Bar elements

@@ -66,8 +66,7 @@ DamageStrength damageStrength(const MaterialPoint<N>& at, const Stress<N>& SIGMA
   const Material& material = at.material;
   const double l = characteristicLength(at.geometry, LengthRule::pointCubeRoot);
   const double f = material(slot::yieldStress);
-  checkLength(l, 2.0 * material(slot::youngX) * material(slot::compressionFractureEnergy) / (f * f),
-              "  >>>> CHARACTERISTIC LENGTH OF THE ELEMENT BEYOND LIMIT");
+  checkLength(l, 2.0 * material(slot::youngX) * material(slot::compressionFractureEnergy) / (f * f), beyondLimit);
   DamageStrength strength{strengthCurve(at, tensionCurve(material, f, l)),
                           strengthCurve(at, compressionCurve(material, f, l)), tensionShare(PRINSI(SIGMA)).r()};
   strength.weight = weightOf(strength.r, strength.tension.g) + weightOf(1.0 - strength.r, strength.compression.g);

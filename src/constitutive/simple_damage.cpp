@@ -51,7 +51,7 @@ SofteningCurve curveOf(const MaterialPoint<N>& at) {
   const Material& material = at.material;
   const double l = characteristicLength(at.geometry, LengthRule::pointCubeRoot, false);
   const double greatest = greatestLength(material);
-  checkLength(l, greatest, "  >>>> CHARACTERISTIC LENGTH OF THE ELEMENT BEYOND LIMIT");
+  checkLength(l, greatest, beyondLimit);
   const double ductility = greatest / l;
   SofteningCurve curve{material(slot::damageSoftening) == linearLaw, material(slot::damageStress), 0.0};
   if (!curve.linear) {

@@ -92,7 +92,6 @@ void grow(const DamageValue& value, double tau, double& threshold, DamageScalar<
 template <int N>
 void growBoth(const MaterialPoint<N>& at, double tauTension, double tauCompression, LawState& state,
               DamageScalar<N>& tension, DamageScalar<N>& compression) {
-  constexpr const char* words = "  >>>> CHARACTERISTIC LENGTH OF THE ELEMENT BEYOND LIMIT";
   double& tensionThreshold = state.INTVAR[internal::threshold];
   double& compressionThreshold = state.INTVAR[internal::compressionThreshold];
   const bool inTension = tauTension > tensionThreshold, inCompression = tauCompression > compressionThreshold;
@@ -100,12 +99,12 @@ void growBoth(const MaterialPoint<N>& at, double tauTension, double tauCompressi
   const Material& material = at.material;
   const double l = characteristicLength(at.geometry, LengthRule::pointCubeRoot, false);
   checkLength(l, greatestLength(material, material(slot::compressionFractureEnergy), material(slot::damageStress)),
-              words);
+              beyondLimit);
   const Thresholds initial = initialThresholds(material);
   if (inTension) {
     const double greatest =
         greatestLength(material, material(slot::damageFractureEnergy), material(slot::tensionPeakStress));
-    checkLength(l, greatest, words);
+    checkLength(l, greatest, beyondLimit);
     const double A = exponentialParameter(greatest / l);
     grow(exponentialSoftening(tauTension, initial.tension, A), tauTension, tensionThreshold, tension);
   }
