@@ -49,9 +49,12 @@ struct History {
   }
   Stress<N> stress(int e, const Strain<N>& strain) {
     const auto before = Strain<N>::from(std::as_const(model.points).mechanical(StateSlot::committed, e, 0, 0), N);
-    return block.RESI2D(model, {.e = e, .STRAT = strain, .STRAN = strain - before, .VSTRAT = {}, .dV = 0.125}).STRSG;
+    const auto result =
+        block.RESI2D(model, {.e = e, .STRAT = strain, .STRAN = strain - before, .VSTRAT = {}, .dV = 0.125});
+    sums = result.sums;
+    return result.STRSG;
   }
-  std::span<double> state(int e) { return model.points.internal(StateSlot::trial, e, 0, 0); }
+  std::span<double> state(int e, int component = 0) { return model.points.internal(StateSlot::trial, e, 0, component); }
   Matrix<N> tangent(int e) { return OBCTAN<N>(state(e), {}); }
   Matrix<N> difference(int e, const Strain<N>& strain, double h) {
     Matrix<N> D;
@@ -67,6 +70,7 @@ struct History {
 
   Model model;
   ConstitutiveBlock<N> block;
+  EnergySums sums;  // of the last update
 };
 
 /// Strains that wander, and turn back from time to time.
@@ -86,21 +90,8 @@ class Wanderer {
   int steps_ = 0;
 };
 
-const std::vector<Law> laws{Law::elastic,
-                            Law::eulerCorrector,
-                            Law::subincrementing,
-                            Law::kinematicHardening,
-                            Law::simpleDamage,
-                            Law::generalDamage,
-                            Law::viscoelastic,
-                            Law::backwardEuler,
-                            Law::backwardEulerCorrector,
-                            Law::backwardEulerNumeric,
-                            Law::viscoDamage,
-                            Law::damagePlastic,
-                            Law::generalDamagePlastic,
-                            Law::tensionCompressionDamage,
-                            Law::tensionCompressionDamageAlternative};
+// All but the law of dynamic load steps and those that are other names of elasticity.
+constexpr std::array<int, 15> laws{0, 1, 2, 3, 4, 5, 6, 8, 9, 10, 11, 12, 13, 18, 19};
 
 /// Whether the tangent of a law is the derivative of its stress: that of the viscous laws is elastic, that of a return
 /// in several steps is the one of an infinitely small step, and the Hessian of law 10 comes from differences.
@@ -131,6 +122,8 @@ void checkPair(Law ofMatrix, Law ofFibre) {
     for (const int e : {0, 1}) {
       for (const double value : history.stress(e, strain).values) EXPECT_TRUE(std::isfinite(value));
       for (const double value : history.state(e)) EXPECT_TRUE(std::isfinite(value));
+      for (std::size_t i = 0; e == 0 && i < internal::elasticFlag; ++i)
+        EXPECT_DOUBLE_EQ(history.state(0)[i], 0.4 * history.state(0, 1)[i] + 0.6 * history.state(0, 2)[i]);
       if (history.state(e)[internal::elasticFlag] == 0.0 && derives(ofMatrix) && derives(ofFibre)) {
         const Matrix<N> C = history.tangent(e);
         EXPECT_LT(distance(C, history.difference(e, strain, 1.0e-7)), 1.0e-6 * history.block.elasticMatrix(e)(0, 0));
@@ -142,10 +135,10 @@ void checkPair(Law ofMatrix, Law ofFibre) {
 }
 
 TEST(MixedHistory, AllPairsOfLawsStayFiniteWithTangentsThatAreDerivatives) {
-  for (const Law ofMatrix : laws) {
-    for (const Law ofFibre : laws) {
-      checkPair<6>(ofMatrix, ofFibre);
-      checkPair<4>(ofMatrix, ofFibre);
+  for (const int ofMatrix : laws) {
+    for (const int ofFibre : laws) {
+      checkPair<6>(Law{ofMatrix}, Law{ofFibre});
+      checkPair<4>(Law{ofMatrix}, Law{ofFibre});
     }
   }
 }
@@ -170,11 +163,13 @@ void checkReductions(Law law) {
     const Strain<N> strain = wanderer.next();
     Strain<N> local = strain;
     ROTV(local, axes, Direction::toLocal);
-    const Stress<N> plain = history.stress(0, strain), shared = history.stress(2, strain);
+    const Stress<N> shared = history.stress(2, strain), plain = history.stress(0, strain);
+    const double work = history.sums.work;
     Stress<N> ofTwin = history.stress(4, local);
     ROTV(ofTwin, axes, Direction::toGlobal);
 
-    EXPECT_LT(distance(history.stress(1, strain), plain), 1.0e-12);   // equal components
+    EXPECT_LT(distance(history.stress(1, strain), plain), 1.0e-12);  // equal components
+    EXPECT_NEAR(history.sums.work, work, 1.0e-12);
     EXPECT_LT(distance(history.stress(3, strain), shared), 1.0e-12);  // all strains parallel
     EXPECT_LT(distance(history.stress(5, strain), ofTwin), 1.0e-10);
     Matrix<N> C = history.tangent(4);
@@ -187,9 +182,9 @@ void checkReductions(Law law) {
 }
 
 TEST(MixedHistory, EqualComponentsParallelFlagsAndTurnedAxes) {
-  for (const Law law : laws) {
-    checkReductions<6>(law);
-    checkReductions<4>(law);
+  for (const int law : laws) {
+    checkReductions<6>(Law{law});
+    checkReductions<4>(Law{law});
   }
 }
 
