@@ -1,7 +1,6 @@
 #!/usr/bin/env python3
 """Writes the decks of the examples. A deck is plain text: change a number there, or a size here, and run again."""
 
-import math
 import pathlib
 
 HERE = pathlib.Path(__file__).parent
@@ -31,10 +30,10 @@ class Pieces:
                 yield f"{sum(self.sizes[:piece]) + int(number)} {x[0]} {float(x[1]) + y:.10g} {x[2]}"
             y += block.lengths[1] + self.gap
 
-    def element_cards(self, composite=lambda *place: 1, step=lambda *place: 1):
+    def element_cards(self, composite=lambda i, j, k: 1, step=lambda i, j, k: 1):
         number = 0
         for piece, block in enumerate(self.blocks):
-            for card in block.element_cards(lambda *place: composite(piece, *place), lambda *place: step(piece, *place)):
+            for card in block.element_cards(composite, step):
                 number += 1
                 words = card.split()
                 nodes = [str(sum(self.sizes[:piece]) + int(word)) for word in words[9:17]]
@@ -48,10 +47,9 @@ class Block:
     the numbers within a brick close together, and the band of the equations narrow.
     """
 
-    def __init__(self, nx, ny, nz, lengths, fracture_length=1.0):
+    def __init__(self, nx, ny, nz, lengths):
         self.n = (nx, ny, nz)
         self.lengths = lengths
-        self.fracture_length = fracture_length
         self.strides = [0, 0, 0]
         stride = 1
         for axis in sorted(range(3), key=lambda a: self.n[a]):
@@ -67,12 +65,10 @@ class Block:
                 for i in range(self.n[0] + 1):
                     yield i, j, k
 
-    def position(self, place):
-        return [p * length / n for p, length, n in zip(place, self.lengths, self.n)]
-
     def node_cards(self):
         for place in sorted(self.places(), key=lambda p: self.node(*p)):
-            yield f"{self.node(*place)} " + " ".join(f"{v:.10g}" for v in self.position(place))
+            x = [p * length / n for p, length, n in zip(place, self.lengths, self.n)]
+            yield f"{self.node(*place)} " + " ".join(f"{v:.10g}" for v in x)
 
     def element_cards(self, composite=lambda i, j, k: 1, step=lambda i, j, k: 1):
         number = 0
@@ -82,7 +78,7 @@ class Block:
                     number += 1
                     low = ((i, j), (i + 1, j), (i + 1, j + 1), (i, j + 1))
                     nodes = [self.node(x, y, z) for z in (k, k + 1) for x, y in low]
-                    yield (f"{number} {composite(i, j, k)} 0 {self.fracture_length} 6 {step(i, j, k)} 8 2 1 "
+                    yield (f"{number} {composite(i, j, k)} 0 1.0 6 {step(i, j, k)} 8 2 1 "
                            + " ".join(map(str, nodes)) + " 3*0.0")
 
 
@@ -114,18 +110,17 @@ def isotropic(title, E, nu, **more):
     return material(title, (E, E, E), (nu, nu, nu), **more)
 
 
-def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0), algorithm=2, post=(1, 1, 1, 0),
-              arc="0 0.0 0 0", time=1.0):
+def increment(repeat, factor, tolerance=1e-7, iterations=30, output=(0, 2, 0, 0), algorithm=2, post=(1, 1, 1, 0), time=1.0):
     codes = " ".join(map(str, output))
-    return f"{repeat} {factor:.10g} {time} {tolerance:g} {iterations} {codes} {algorithm} {arc} 0 " \
+    return f"{repeat} {factor:.10g} {time} {tolerance:g} {iterations} {codes} {algorithm} 0 0.0 0 0 0 " \
            + " ".join(map(str, post)) + " 16*0"
 
 
 def load_step(title, fixities, increments, repeats, active=(1,), point_loads=None, last_node=0, gravity=None, faces=(),
-              temperature=0.0, keep=0, dynamic=0):
+              temperature=0.0, keep=0, dynamic=False):
     lines = [title, f"{len(active)} " + " ".join(map(str, active)),
              f"{keep} {repeats} {int(bool(point_loads))} {int(gravity is not None)} {int(bool(faces))} "
-             + (f"1 {dynamic} 3*0" if dynamic else "5*0") + f" {temperature:g}"]
+             f"{'1 4*0' if dynamic else '5*0'} {temperature:g}"]
     if point_loads:
         loads = {**{last_node: (0, 0, 0)}, **point_loads}
         for node in sorted(loads):
@@ -148,12 +143,12 @@ def curve(title, x, x_card, y, y_card):
 
 
 def deck(name, block, materials, composites, steps, title, curves=(), large=0, push=1, tangent=0,
-         composite=lambda *place: 1, step=lambda *place: 1, stages=1, NSOLV=4, most=1000, home=HERE):
+         composite=lambda i, j, k: 1, step=lambda i, j, k: 1, stages=1, NSOLV=4, home=HERE):
     nodes = list(block.node_cards())
     elements = list(block.element_cards(composite, step))
     lines = ["MEC3D", f"1 {large} {tangent} {push} 0", "START1", f'"{title}"',
              f"{len(nodes)} {len(elements)} {len(composites)} {max(map(len, composites))} {len(materials)} {stages} "
-             f"{most} 0 {NSOLV} 0 0 1 0 0", *elements]
+             f"1000 0 {NSOLV} 0 0 1 0 0", *elements]
     for number, layers in enumerate(composites, 1):
         lines.append(f"{number} {len(layers)}")
         for fraction, angle, mat in layers:
@@ -259,45 +254,6 @@ def large_deflection():
          "a strip bent far out of its plane", curves, large=1, push=2, tangent=1)
 
 
-def shallow_arch():
-    """Half of the arch z = rise cos(pi x / span): the crown at x = 0, a pin in the middle of the depth at x = span / 2."""
-    n, span, rise, depth, E = 50, 20.0, 0.5, 0.4, 1.0e6
-
-    def shape(i):
-        return math.cos(math.pi * i / 2 / n)
-
-    class Arch(Block):
-        def position(self, place):
-            x, y, z = super().position(place)
-            return x, y, z - depth / 2 + rise * shape(place[0])
-
-    block = Arch(n, 1, 2, (span / 2, 1.0, depth))
-    fixities = []
-    for p in block.places():
-        code = 100 * (p[0] == 0) + 10 * (p[1] == 0) + 101 * (p[0] == n and p[2] == 1)
-        if code:
-            fixities.append((block.node(*p), code, (0, 0, 0)))
-    part = span / 2 / n
-    loads = {block.node(i, j, 1): (0, 0, -part / 2 * shape(i) * (0.5 if i in (0, n) else 1.0))
-             for i in range(n + 1) for j in (0, 1)}
-    crown = block.node(0, 0, 1)
-    step = load_step("a load of the arch's own shape", fixities,
-                     [increment(25, 1.0, output=(0, 1, 0, 0), post=(1, 0, 0, 0), arc=f"4 -0.04 {crown} 3")], 25,
-                     last_node=block.node(*block.n), point_loads=loads)
-    curves = [curve("crown", "X-DISPL", [f"{crown} 3 1"], "Y-RCTOT", ["3"])]
-    deck("shallow_arch", block, [isotropic("spring steel", E, 0.0)], [[(1.0, 0.0, 1)]], [step],
-         "a shallow arch that snaps through", curves, large=1, NSOLV=2)
-
-    def reaction(w):
-        """Of half the arch by the closed form, with the stiffness of the bricks in bending."""
-        bending = E * depth ** 3 / 12 * (1 + 0.5 * (part / depth) ** 2)
-        c = rise - w
-        return (math.pi / span) ** 4 * (bending * w + E * depth / 4 * (rise ** 2 - c ** 2) * c) * span / math.pi
-
-    rows = [f"{-w / 100:.2f} {reaction(w / 100):.8f}" for w in range(101)]
-    (HERE / "shallow_arch" / "closed_form.txt").write_text("\n".join(rows) + "\n")
-
-
 def temperature():
     block = Block(4, 2, 2, (2.0, 1.0, 1.0))
     symmetric = [(block.node(*p), (100 if p[0] == 0 else 0) + (10 if p[1] == 0 else 0) + (1 if p[2] == 0 else 0), (0, 0, 0))
@@ -334,168 +290,22 @@ def relaxing_polymer():
     deck("relaxing_polymer", bars, [polymer], [[(1.0, 0.0, 1)]], [step], "a polymer that relaxes and creeps", curves)
 
 
-def cyclic_metal_bar():
-    """Two bars that do not touch, pulled and pushed by 1 % in turn: one hardens kinematically, one isotropically."""
-    bars = Pieces([Block(2, 1, 1, (2.0, 1.0, 1.0)) for _ in range(2)], 1.0)
-    supports = [(bars.node(*p), 100 * (p[1] in (0, 2)) + 10 * (p[2] == 0) + (p[3] == 0), p[1] == 2) for p in bars.places()]
-
-    def half_cycle(way):
-        fixities = [(node, code, (way if end else 0, 0, 0)) for node, code, end in supports if code]
-        count = 10 if way == 0.02 else 20
-        return load_step(f"the ends move by {way:g}", fixities, [increment(count, 1.0 / count)], count)
-
-    kinematic = isotropic("metal that remembers", 200000.0, 0.3, codes=(2, 2, 3, 2, 3, 2),
-                          slots={7: 200.0, 32: 8000.0, 33: 1000.0, 34: 0.05})
-    plain = isotropic("metal that only gets harder", 200000.0, 0.3, codes=(2, 2, 8, 2, 3, 2),
-                      slots={7: 200.0, 8: 1, 9: 1, 10: 1, 11: 9000.0 / (1 + 9000.0 / 200000.0), 12: 1})
-    node = bars.node(0, 2, 0, 0)
-    curves = [curve(name, "X-DISPL", [f"{node} 1 1"], "Y-STRES", [f"{element} 1 1 0 0"])
-              for name, element in (("kinematic", 1), ("isotropic", 3))]
-    deck("cyclic_metal_bar", bars, [kinematic, plain], [[(1.0, 0.0, 1)], [(1.0, 0.0, 2)]],
-         [half_cycle(way) for way in (0.02, -0.04, 0.04, -0.04)], "two metals in cycles of 1 %", curves,
-         composite=lambda piece, *place: 1 + piece, NSOLV=2)
-
-
-def earthquake():
-    """Level ground: a column of 1 x 1 that moves along x alone. Its .din holds a made-up record of 10 s."""
-    depth, n = 30.0, 15
-    block = Block(1, 1, n, (1.0, 1.0, depth))
-    held = [(block.node(*p), 111 if p[2] == 0 else 11, (0, 0, 0)) for p in block.places()]
-    shear = lambda density, speed: density * speed ** 2  # shear modulus, kPa
-    ground = [isotropic(title, 2.6 * shear(density, speed), 0.3, density=density)
-              for title, density, speed in (("gravel", 2.0, 300.0), ("clay", 1.7, 120.0))]
-    steps = 1200
-    step = load_step("the earthquake", held, [increment(1, 0.0, tolerance=1e-6, output=(0, 0, 0, 0), post=(1, 1, 0, 0),
-                                                        time=0.01)], 1, dynamic=1)
-    top, middle = block.node(0, 0, n), block.node(0, 0, 11)
-    curves = [curve("surface", "X-IINCS", [], "Y-DISPL", [f"{top} 1 1"]),
-              curve("foot of the clay", "X-IINCS", [], "Y-DISPL", [f"{middle} 1 1"])]
-    deck("earthquake", block, ground, [[(1.0, 0.0, 1)], [(1.0, 0.0, 2)]], [step],
-         "level ground of clay on gravel in an earthquake", curves, composite=lambda i, j, k: 2 if k >= 11 else 1, most=steps)
-    alpha, beta = rayleigh(0.05, 1.5, 8.0)
-    points = [(0.02 * i, math.sin(math.pi * i / 500) ** 2 * sum(a * math.sin(2 * math.pi * f * 0.02 * i) for a, f in
-                                                              ((1.1, 1.1), (0.8, 2.3), (0.5, 3.7), (0.3, 6.1)))) for i in range(501)]
-    lines = [f"1 0.01 1001 {steps} 0 {alpha:.6g} {beta:.6g} 0.25 0.5 0 0 0 0 0 100", "501 -1.0 1",
-             "a made-up record: time s, acceleration of the rock along x and y, m/s^2"]
-    lines += [f"{t:.2f} {a:.6f} 0" for t, a in points]
-    (HERE / "earthquake" / "earthquake.din").write_text("\n".join(lines) + "\n")
-
-
-def rayleigh(share, first, second):
-    """Factors of mass and stiffness that damp two frequencies (Hz) by the same share of critical damping."""
-    a, b = 2 * math.pi * first, 2 * math.pi * second
-    return 2 * share * a * b / (a + b), 2 * share / (a + b)
-
-
-def heated_column():
-    """A column of two lifts, nu = 0: steel, then concrete on it; both get softer."""
-    block = Block(1, 1, 8, (1.0, 1.0, 8.0))
-    fixities = [(block.node(*p), (100 if p[0] == 0 else 0) + (10 if p[1] == 0 else 0) + (1 if p[2] == 0 else 0), (0, 0, 0))
-                for p in block.places() if 0 in p]
-    steel = isotropic("steel frame", 2.0e6, 0.0, density=4.0, reference=20.0,
-                      young_curve=((20, 2.0e6), (100, 2.0e6), (400, 1.4e6), (700, 0.2e6)))
-    concrete = isotropic("concrete", 3.0e5, 0.0, density=2.5, reference=20.0,
-                         young_curve=((20, 3.0e5), (200, 2.7e5), (800, 0.6e5)))
-    steps = []
-    for title, active, T, loaded, factor in (("the lower half stands", (1,), 20, (1,), 1.0),
-                                             ("the upper half is placed", (1, 2), 20, (2,), 1.0),
-                                             ("fire, 300 degrees", (1, 2), 300, (2,), 0.0),
-                                             ("fire, 600 degrees", (1, 2), 600, (2,), 0.0),
-                                             ("cooled down", (1, 2), 20, (2,), 0.0)):
-        steps.append(load_step(title, fixities, [increment(1, factor, time=600.0)], 1, active=active, keep=1,
-                               gravity=(10.0, loaded), temperature=T))
-    middle, top = block.node(0, 0, 4), block.node(0, 0, 8)
-    curves = [curve("head of the steel", "X-IINCS", [], "Y-DISPL", [f"{middle} 3 1"]),
-              curve("head of the column", "X-IINCS", [], "Y-DISPL", [f"{top} 3 1"])]
-    deck("heated_column", block, [steel, concrete], [[(1.0, 0.0, 1)], [(1.0, 0.0, 2)]], steps,
-         "a column that is built in two stages, then burns", curves, composite=lambda i, j, k: 1 if k < 4 else 2,
-         step=lambda i, j, k: 1 if k < 4 else 2, stages=2)
-
-
-def notched_beam():
-    """Half of a beam on two supports: the plane of symmetry x = 0 is held above the notch alone."""
-    nx, nz, length, depth, width, brick = 24, 10, 240.0, 100.0, 50.0, 10.0
-    block = Block(nx, 1, nz, (length, width, depth), fracture_length=2 * brick)
-    fixities = []
-    for p in block.places():
-        middle, support = p[0] == 0 and p[2] >= nz // 2, p[0] == nx and p[2] == 0
-        driven = p[0] == 0 and p[2] == nz
-        code = 100 * middle + 10 * (p[1] == 0) + (support or driven)
-        if code:
-            fixities.append((block.node(*p), code, (0, 0, -1.0 if driven else 0)))
-    concrete = isotropic("concrete", 30000.0, 0.2, codes=(2, 2, 19, 2, 2, 1), slots={10: 3.0, 19: 50.0, 30: 30.0, 54: 0.1})
-    step = load_step("the middle is pushed down", fixities,
-                     [increment(24, 0.004, post=(0, 0, 0, 0)), increment(1, 0.004), increment(44, 0.02, post=(0, 0, 0, 0)),
-                      increment(1, 0.02)], 70)
-    top = block.node(0, 0, nz)
-    curves = [curve("half of the load", "X-DISPL", [f"{top} 3 1"], "Y-RCTOT", ["3"])]
-    deck("notched_beam", block, [concrete], [[(1.0, 0.0, 1)]], [step], "a notched concrete beam that is bent to separation",
-         curves, NSOLV=6)
-
-
-def damaging(title, E, nu, strength, ratio, energy):
-    """Isotropic damage: strength in compression, its ratio to that in tension, fracture energy."""
-    return isotropic(title, E, nu, codes=(6, 2, 4, 2, 1, 1), slots={30: strength, 31: ratio, 51: 2, 54: energy})
-
-
-def bars_drawn_apart(bars, drawn, steps):
-    """Fixities of bars that are drawn along x by the given lengths in equal steps and free in y and z."""
+def fatigue_life():
+    """Six bars of one brick, each stretched to another share of the strength and held while the cycles run."""
+    E, strength, shares = 75000.0, 300.0, (0.99, 0.97, 0.94, 0.90, 0.85, 0.80)
+    bars = Pieces([Block(1, 1, 1, (1.0, 1.0, 1.0)) for _ in shares], 0.5)
     fixities = []
     for p in bars.places():
-        end = p[1] == bars.blocks[p[0]].n[0]
-        code = 100 * (p[1] == 0 or end) + 10 * (p[1] == 0 and p[2] == 0) + (p[3] == 0)
-        if code:
-            fixities.append((bars.node(*p), code, (drawn[p[0]] / steps if end else 0, 0, 0)))
-    return fixities
-
-
-def one_brick_bars(name, drawn, steps, materials, composites, titles, title):
-    """Single bricks of edge 1, each of a composite, drawn apart; a curve of stress over elongation for each."""
-    bars = Pieces([Block(1, 1, 1, (1.0, 1.0, 1.0)) for _ in composites], 1.0)
-    step = load_step("drawn apart", bars_drawn_apart(bars, drawn, steps),
-                     [increment(steps, 1.0, tolerance=1e-8, output=(0, 1, 1, 0), post=(1, 1, 0, 0))], steps)
-    curves = [curve(text, "X-DISPL", [f"{bars.node(number, 1, 0, 0)} 1 1"], "Y-STRES", [f"{number + 1} 1 1 0 0"])
-              for number, text in enumerate(titles)]
-    deck(name, bars, materials, composites, [step], title, curves, composite=lambda piece, *place: 1 + piece, NSOLV=2)
-
-
-def off_axis_plies():
-    angles = (0, 10, 20, 30, 45, 60, 90)
-    epoxy = damaging("epoxy", 3500.0, 0.35, 120.0, 2.0, 2.0)
-    glass = damaging("glass fibre", 72000.0, 0.22, 2000.0, 1.0, 60.0)
-    one_brick_bars("off_axis_plies", (0.04,) + (0.02,) * 6, 40, [epoxy, glass],
-                   [[(1.0, angle, fibre_ply(1, 2, 0.6))] for angle in angles], [f"ply at {angle}" for angle in angles],
-                   "glass and epoxy plies, drawn at angles to their fibres")
-
-
-def cross_ply_laminate():
-    """Half of a laminate 0 / 90 / 90 / 0, cut at its middle surface; two layers of bricks for a ply."""
-    nx, steps, strain = 10, 40, 0.02
-    block = Block(nx, 5, 4, (10.0, 5.0, 2.0))
-    fixities = [(block.node(*p), code, (strain * 10.0 / steps if p[0] == nx else 0, 0, 0)) for p in block.places()
-                if (code := 100 * (p[0] in (0, nx)) + 10 * (p[1] == 0) + (p[2] == 0))]
-    shown = dict(tolerance=1e-6, output=(0, 1, 0, 0), post=(1, 1, 0, 0))
-    step = load_step("drawn", fixities, [increment(1, 1.0, **shown), increment(steps - 2, 1.0, tolerance=1e-6, output=(0, 1, 0, 0),
-                                         post=(0, 0, 0, 0)), increment(1, 1.0, **shown)], steps)
-    plies = [[(1.0, angle, fibre_ply(1, 2, 0.6))] for angle in (90.0, 0.0)]
-    curves = [curve("force", "X-DISPL", [f"{block.node(nx, 0, 0)} 1 1"], "Y-RCTOT", ["1"])]
-    deck("cross_ply_laminate", block, [damaging("epoxy", 3500.0, 0.35, 120.0, 2.0, 2.0), isotropic("glass fibre", 72000.0, 0.22)],
-         plies, [step], "a cross-ply laminate whose transverse plies crack", curves, NSOLV=2,
-         composite=lambda i, j, k: 1 if k < 2 else 2)
-
-
-def short_fibre_bars():
-    lengths = (0.08, 0.12, 0.25, 1.0)
-    epoxy = damaging("epoxy", 3500.0, 0.35, 120.0, 2.0, 2.0)
-    fibres = [isotropic(f"glass fibre of length {length:g}", 72000.0, 0.22, slots={32: 0.01, 33: length}) for length in lengths]
-    filled = [[(1.0, 0.0, ("NT", f"1 0.4 {fibre} 0.2 1 0.4"))] for fibre in range(2, 2 + len(lengths))]
-    one_brick_bars("short_fibre_bars", (0.03,) * 5, 40, [epoxy, *fibres], [[(1.0, 0.0, 1)], *filled],
-                   ["epoxy alone", *(f"fibres of {length:g}" for length in lengths)],
-                   "bars of epoxy with short fibres of four lengths")
+        bar, x = p[0], p[1]
+        code = 100 + 10 * (p[2] == 0) + (p[3] == 0)
+        fixities.append((bars.node(*p), code, (shares[bar] * strength / E if x else 0, 0, 0)))
+    alloy = isotropic("alloy", E, 0.3, codes=(2, 2, 4, 2, 1, 1), slots={30: strength, 31: 1.0, 51: 2, 54: 50.0})
+    step = load_step("stretched, then cycled", fixities, [increment(1, 1.0, time=0.25)], 1, dynamic=True)
+    curves = [curve(f"{share:g} of strength", "X-IINCS", [], "Y-STRES", [f"{bar} 1 1 0 0"]) for bar, share in enumerate(shares, 1)]
+    deck("fatigue_life", bars, [alloy], [[(1.0, 0.0, 1)]], [step], "bars that fail after cycles", curves, NSOLV=2)
+    (HERE / "fatigue_life" / "fatigue_life.din").write_text("0 0.25 1 400 0 0.0 0.0 0.25 0.5 1 10.0 1.0 0.0 7.0 1\n1.0 0.0\n")
 
 
 if __name__ == "__main__":
-    for example in (cantilever, layered_plate, construction_stages, large_deflection, shallow_arch, temperature,
-                    relaxing_polymer, cyclic_metal_bar, earthquake, heated_column, notched_beam,
-                    off_axis_plies, cross_ply_laminate, short_fibre_bars):
+    for example in (cantilever, layered_plate, construction_stages, large_deflection, temperature, relaxing_polymer, fatigue_life):
         example()
