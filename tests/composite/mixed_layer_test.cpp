@@ -22,7 +22,7 @@ const std::vector<int> alongX{1, 0, 0, 0, 0, 0};
 const std::vector<int> allParallel(6, 1), allSerial(6, 0);
 
 struct Constants {
-  double E1, E2, nu12, nu23, G12, G23;
+  double E1, E2, nu12, nu23, G12, G23, density;
 };
 
 /// Elastic constants of composite 1, with the stress of a point checked against its matrix.
@@ -34,7 +34,8 @@ Constants constantsOf(const Composite& composite, const std::vector<Material>& m
   const Stress<6> stress = block.RESI2D(model, {.STRAT = someStrain, .STRAN = someStrain, .VSTRAT = {}}).STRSG;
   EXPECT_LT(distance(stress, CALTEN(block.elasticMatrix(0), someStrain)), 1.0e-11);
   const Matrix<6>& S = block.compositeRecord(1).VDMANXI;
-  return {1.0 / S(0, 0), 1.0 / S(1, 1), -S(1, 0) / S(0, 0), -S(3, 1) / S(1, 1), 1.0 / S(2, 2), 1.0 / S(5, 5)};
+  return {1.0 / S(0, 0), 1.0 / S(1, 1), -S(1, 0) / S(0, 0), -S(3, 1) / S(1, 1),
+          1.0 / S(2, 2), 1.0 / S(5, 5), block.DENSV(1)};
 }
 
 void expectConstants(const Constants& found, const Constants& expected) {
@@ -44,21 +45,24 @@ void expectConstants(const Constants& found, const Constants& expected) {
   EXPECT_NEAR(found.nu23, expected.nu23, 5.1e-7);
   EXPECT_NEAR(found.G12, expected.G12, 5.1e-5);
   EXPECT_NEAR(found.G23, expected.G23, 5.1e-5);
+  EXPECT_DOUBLE_EQ(found.density, expected.density);
 }
 
 TEST(SerialParallelLayer, ElasticConstants) {
-  const std::vector<Material> materials{isotropicMaterial(3500.0, 0.35), isotropicMaterial(72000.0, 0.22)};
+  std::vector<Material> materials{isotropicMaterial(3500.0, 0.35), isotropicMaterial(72000.0, 0.22)};
+  materials[0](slot::density) = 1.0;
+  materials[1](slot::density) = 2.5;
   Composite parallel = plainComposite(1);
   parallel.layers[0].components = {{1, 0.4, 1}, {2, 0.6, 2}};
   parallel.NUMAT = 3;
-  const Constants voigt{44710.7832, 44710.7832, 0.226739, 0.226739, 18223.4366, 18223.4366};
+  const Constants voigt{44710.7832, 44710.7832, 0.226739, 0.226739, 18223.4366, 18223.4366, 1.9};
 
   expectConstants(constantsOf(serialParallel(1, 2, 0.4, alongX), materials),
-                  {44600.0, 9101.2888, 0.272, 0.496729, 3040.3938, 3040.3938});
+                  {44600.0, 9101.2888, 0.272, 0.496729, 3040.3938, 3040.3938, 1.9});
   expectConstants(constantsOf(serialParallel(1, 2, 0.4, allParallel), materials), voigt);
   expectConstants(constantsOf(parallel, materials), voigt);
   expectConstants(constantsOf(serialParallel(1, 2, 0.4, allSerial), materials),
-                  {8155.3398, 8155.3398, 0.341165, 0.341165, 3040.3938, 3040.3938});
+                  {8155.3398, 8155.3398, 0.341165, 0.341165, 3040.3938, 3040.3938, 1.9});
 }
 
 TEST(ShortFibreLayer, ElasticConstants) {

@@ -3,12 +3,10 @@
 
 #include <cmath>
 #include <numbers>
-#include <random>
 
 #include "constitutive/law_samples.h"
 #include "constitutive/law_table.h"
 #include "constitutive/sample_materials.h"
-#include "constitutive/yield_function.h"
 #include "foundation/distance.h"
 
 namespace zema {
@@ -118,102 +116,6 @@ TEST(PlasticLaws, DilatancyOfThePotential) {
   }
 }
 
-/// Largest difference of the tangent from central differences, over the elastic modulus; -1: elastic or stopped.
-template <int N>
-double tangentError(LawPoint<N>& point, const Strain<N>& at) {
-  constexpr double h = 1.0e-8;
-  double error = 0.0;
-  try {
-    (void)point.update(at);
-    if (point[internal::elasticFlag] != 0.0) return -1.0;
-    const Matrix<N> tangent = point.tangent();
-    for (int j = 0; j < N; ++j) {
-      Strain<N> above = at, below = at;
-      above[j] += h;
-      below[j] -= h;
-      const Stress<N> column = (0.5 / h) * (point.update(above).stress - point.update(below).stress);
-      for (int i = 0; i < N; ++i) {
-        const double difference = std::abs(tangent(i, j) - column[i]);
-        if (std::isnan(difference)) return difference;
-        error = std::max(error, difference);
-      }
-    }
-  } catch (const ConstitutiveStop&) {  // beyond an apex
-    return -1.0;
-  }
-  return error / point.elastic.D(0, 0);
-}
-
-/// Steel data on an orthotropic, turned body. Perfectly plastic.
-Material turnedOrthotropic(Law law, Criterion criterion) {
-  Material material = steel(law, criterion, 1.0e-9);
-  const Material body = orthotropicMaterial();
-  for (int place = 1; place <= slot::mapYZ; ++place)
-    if (place <= slot::poissonXY || place >= slot::poissonYX) material(place) = body(place);
-  material(slot::yieldStress) = 0.2;
-  material(slot::angleAboutY) = 25.0;
-  material(slot::angleAboutZ) = 40.0;
-  return material;
-}
-
-/// Median and greatest tangent error of random steps from the virgin state.
-template <int N>
-std::pair<double, double> tangentErrors(const Material& material, double size) {
-  std::mt19937 engine(3);
-  std::uniform_real_distribution<double> value(-size, size);
-  std::vector<double> errors;
-  while (errors.size() < 40) {
-    LawPoint<N> point(material);
-    point.geometry.FRACL = 1.0;
-    Strain<N> strain;
-    for (double& component : strain.values) component = value(engine);
-    const double error = tangentError(point, strain);
-    if (!(error < 0.0)) errors.push_back(error);
-  }
-  std::sort(errors.begin(), errors.end());
-  return {errors[errors.size() / 2], errors.back()};
-}
-
-TEST(PlasticLaws, TangentsAgainstDifferences) {
-  using enum Criterion;
-  Material work = steel(Law::backwardEuler, vonMises, 0.0);
-  work.NHARD = HardeningVariable::work;
-  work(slot::tensionCurve) = work(slot::compressionCurve) = 2.0;
-  work(slot::tensionFractureEnergy) = work(slot::compressionFractureEnergy) = 20.0;
-  Material damaged = steel(Law::damagePlastic, vonMises, slope);
-  damaged(slot::damageStress) = 150.0;
-  damaged(slot::damageRatio) = damaged(slot::compressionCurve) = 1.0;
-  damaged(slot::damageFractureEnergy) = damaged(slot::tensionFractureEnergy) = 20.0;
-  damaged(slot::compressionFractureEnergy) = 20.0;
-  Material generalDamaged = damaged;
-  generalDamaged.NTINT = Law::generalDamagePlastic;
-  generalDamaged(slot::damageStress) = 300.0;  // plastic first
-  Material continuous = steel(Law::backwardEuler, vonMises, slope);
-  continuous.NMATX = TangentChoice::continuous;
-  struct Row {
-    Material material;
-    double size, median, greatest;
-  };
-  for (const auto& [material, size, median, greatest] :
-       {Row{steel(Law::backwardEuler, vonMises, slope), 1.5e-3, 1.0e-10, 1.0e-9},
-        Row{steel(Law::backwardEuler, druckerPrager, slope), 1.5e-3, 1.0e-10, 1.0e-8},
-        Row{steel(Law::backwardEulerNumeric, vonMises, slope), 1.5e-3, 4.0e-5, 2.0e-4},
-        Row{steel(Law::backwardEulerNumeric, mohrCoulomb, slope), 1.5e-3, 2.0e-4, 1.0},
-        Row{steel(Law::kinematicHardening, vonMises, slope), 1.5e-3, 1.0e-10, 1.0e-9},
-        Row{work, 1.5e-3, 2.0e-6, 1.0e-5}, Row{damaged, 1.5e-3, 1.0e-9, 1.0e-8},
-        Row{generalDamaged, 1.5e-3, 1.0e-9, 1.0e-8},
-        Row{turnedOrthotropic(Law::backwardEuler, vonMises), 0.01, 1.0e-9, 1.0e-8},
-        Row{turnedOrthotropic(Law::backwardEuler, druckerPrager), 0.004, 1.0e-9, 1.0e-7},
-        Row{turnedOrthotropic(Law::kinematicHardening, vonMises), 0.01, 1.0e-9, 1.0e-8},
-        Row{continuous, 1.5e-3, 0.2, 0.3}}) {
-    SCOPED_TRACE(testing::Message() << "law " << static_cast<int>(material.NTINT) << " criterion "
-                                    << static_cast<int>(material.NCRIT));
-    const auto inSpace = tangentErrors<6>(material, size), inPlane = tangentErrors<4>(material, size);
-    EXPECT_LT(std::max(inSpace.first, inPlane.first), median);
-    EXPECT_LT(std::max(inSpace.second, inPlane.second), greatest);
-  }
-}
-
 TEST(PlasticLaws, FiniteStrainTangentWithTheStressPart) {
   for (const Law law : {Law::kinematicHardening, Law::backwardEuler}) {
     LawPoint<6> point(steel(law, Criterion::vonMises, slope));
@@ -222,35 +124,6 @@ TEST(PlasticLaws, FiniteStrainTangentWithTheStressPart) {
     const double error = errorAlongMotions(point, {{1.1, 0.3, -0.1, 0.2, 0.9, 0.25, -0.15, 0.05, 1.2}});
     EXPECT_LT(error / point.elastic.D(0, 0), 1.0e-8);
     EXPECT_EQ(point[internal::elasticFlag], 0.0);
-  }
-}
-
-TEST(PlasticLaws, TurnedFrameAndOtherUnits) {
-  const std::array<double, 3> angles{35.0, -20.0, 50.0};
-  const Rotation<6> turn(angles);
-  constexpr double unit = 1.0e6;
-  for (const Law law : allLaws) {
-    for (int code = 1; code <= 5; ++code) {
-      if (!admits(law, code)) continue;
-      const Material material = steel(law, static_cast<Criterion>(code), slope);
-      Material scaled = material;
-      for (const int place :
-           {slot::youngX, slot::youngY, slot::youngZ, slot::yieldStress, slot::tensionSlope, slot::initialHardening}) {
-        scaled(place) *= unit;
-      }
-      LawPoint<6> point(material), turned(material), other(scaled);
-      const Strain<6> strain{{-1.0e-3, 7.0e-4, 1.2e-3, 2.0e-4, 5.0e-4, -6.0e-4}};
-      Strain<6> turnedStrain = strain;
-      ROTV(turnedStrain, turn, Direction::toGlobal);
-
-      const Stress<6> stress = point.update(strain).stress;
-      Stress<6> back = turned.update(turnedStrain).stress;
-      ROTV(back, turn, Direction::toLocal);
-      EXPECT_EQ(point[internal::elasticFlag], 0.0);
-      const bool byDifferences = law == Law::backwardEulerNumeric;  // along the axes, with an absolute least step
-      EXPECT_LT(distance(back, stress), byDifferences ? 0.1 : 2.0e-7) << static_cast<int>(law) << ' ' << code;
-      EXPECT_LT(distance((1.0 / unit) * other.update(strain).stress, stress), byDifferences ? 1.0e-3 : 2.0e-7);
-    }
   }
 }
 
@@ -306,37 +179,6 @@ TEST(PlasticLaws, FatigueLowersTheYieldStress) {
     EXPECT_NEAR(pull(bar, 0.0012), factor * 200.0, 1.0e-4) << static_cast<int>(law);
     EXPECT_NEAR(bar[internal::reducedYieldStress], factor * bar[internal::yieldStress], 1.0e-9);
   }
-}
-
-TEST(PlasticLaws, RandomHistoriesStayFiniteAndBelowTheSurface) {
-  std::mt19937 engine(11);
-  std::uniform_real_distribution<double> value(-1.0e-3, 1.0e-3);
-  int stops = 0;
-  const auto walk = [&](LawPoint<6> point) {
-    for (int step = 0; step < 100; ++step) {
-      auto strain = Strain<6>::from(point.committed, point.places.STRAT());
-      for (double& component : strain.values) component += value(engine);
-      try {
-        (void)point.update(strain);
-      } catch (const ConstitutiveStop&) {
-        ++stops;  // beyond an apex
-        continue;
-      }
-      for (const double number : point.trial) ASSERT_TRUE(std::isfinite(number));
-      for (const double number : point.trialInternal) ASSERT_TRUE(std::isfinite(number));
-      point.commit();
-      const Stress<6> stress = Stress<6>::from(point.trial, 0);
-      const double F = PLINVA(invariantsOf(stress), yieldData(point.material, 30.0 * degree)).F;
-      if (point.material.NTINT != Law::kinematicHardening) {
-        ASSERT_LT(F, point[internal::yieldStress] * (1.0 + 1.0e-8));
-      }
-    }
-  };
-  for (const Law law : allLaws)
-    for (int code = 1; code <= 5; ++code)
-      for (const double H : {slope, -2000.0})
-        if (admits(law, code)) walk(LawPoint<6>(steel(law, static_cast<Criterion>(code), H)));
-  EXPECT_LT(stops, 1000);  // of 5200 steps
 }
 
 TEST(PlasticLaws, WhatIsNotANumberOrHasNoSlopeStops) {
