@@ -16,12 +16,12 @@ struct Evaluation {
   const Material& material;
   const PointGeometry& geometry;
   TensionShare share;
-  double r;                ///< share of tension
-  double workOfIncrement;  ///< stress times plastic increment
-  double workOfFlow;       ///< stress times flow vector
+  double r = 0.0;                ///< share of tension
+  double workOfIncrement = 0.0;  ///< stress times plastic increment
+  double workOfFlow = 0.0;       ///< stress times flow vector
   YieldValue yield;
-  double startingKappa;
-  bool accumulates;
+  double startingKappa = 0.0;
+  bool accumulates = false;
 };
 
 /// Yield stress and its derivative by the variable.
