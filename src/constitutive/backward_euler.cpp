@@ -68,6 +68,7 @@ class Return {
     if (slope_ == 0.0 || work == 0.0) return yield_.a;
     const Strain<N> plastic = plasticIncrement();
     Strain<N> owed = plastic;
+    if (!input_.at.elastic.plainMap) owed.add(lambda_, turnOfFlow());
     const HardeningVariable variable = input_.at.material.NHARD;
     if (variable != HardeningVariable::work && variable != HardeningVariable::unlabelled)
       owed.add(-dot(stress_, plastic) / yield_.yield.F, yield_.a);
@@ -84,6 +85,15 @@ class Return {
   }
 
  private:
+  /// (dg/ds)^T s: what the turning of a mapped flow adds to the derivative of s . g; 0 for one that is not mapped.
+  [[nodiscard]] Strain<N> turnOfFlow() const {
+    const Matrix<N> derivative = flowDerivative();
+    Strain<N> turn;
+    for (int i = 0; i < N; ++i)
+      for (int j = 0; j < N; ++j) turn[j] += derivative(i, j) * stress_[i];
+    return turn;
+  }
+
   /// Takes Qr and step Qb off the stress, with a step cut so that the multiplier stays above 0 and the deviator does
   /// not turn round, and evaluates there.
   void advance(const Stress<N>& Qr, double step, const Stress<N>& Qb) {
@@ -112,10 +122,13 @@ class Return {
     f_ = yield_.yield.F - c;
   }
 
+  [[nodiscard]] Matrix<N> flowDerivative() const {
+    return problem_.derivative == FlowDerivative::analytic ? analyticDerivative() : PLY2DENU();
+  }
+
   /// I + lambda D dg/ds.
   [[nodiscard]] Matrix<N> newtonMatrix() const {
-    const Matrix<N> derivative = problem_.derivative == FlowDerivative::analytic ? analyticDerivative() : PLY2DENU();
-    Matrix<N> system = PROMA1(problem_.D, derivative);
+    Matrix<N> system = PROMA1(problem_.D, flowDerivative());
     for (double& value : system.values) value *= lambda_;
     for (int i = 0; i < N; ++i) system(i, i) += 1.0;
     return system;

@@ -19,6 +19,15 @@ Matrix<N> scaledLess(double factor, Matrix<N> A, const Stress<N>& column, const 
   return A;
 }
 
+/// A strain without what a law that acts on the shear stresses alone (potential 7) does not see of it.
+template <int N>
+Strain<N> seenByLaw(const LawInput<N>& input, Strain<N> strain) {
+  if (input.at.material.NCRIP != Criterion::damageSimoJu) return strain;
+  for (int i = 0; i < N; ++i)
+    if (!isShear(i)) strain[i] = 0.0;
+  return strain;
+}
+
 /// Elastic flag and sums of both parts together.
 template <int N>
 void addDamage(const LawInput<N>& input, const DamageGrowth<N>& growth, LawState& state, LawResult<N>& result) {
@@ -43,7 +52,7 @@ void ECUAG(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
 
 template <int N>
 void ECUAH(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
-  const Strain<N> strain = input.STRAT();
+  const Strain<N> strain = seenByLaw(input, input.elasticStrain() + input.STRAP());  // without the stress-free part
   Matrix<N> D = plasticMatrix(input);
   const DamageGrowth<N> growth = growGeneralDamage(input, CALTEN(D, strain), strain, state);
   const double left = 1.0 - growth.d;
@@ -56,7 +65,7 @@ void ECUAH(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
   result.hasTangent = true;
   if (!growth.loading || left == 0.0) return;
   // more damage takes T (strain - plastic strain) / (1 - d) off the stress
-  const Strain<N> elasticStrain = strain - input.STRAP() - result.plasticIncrement;
+  const Strain<N> elasticStrain = seenByLaw(input, strain - input.STRAP() - result.plasticIncrement);
   const Stress<N> lost = (1.0 / left) * CALTEN(result.tangent, elasticStrain);
   result.tangent = scaledLess(1.0, result.tangent, lost, growth.gradient);
 }

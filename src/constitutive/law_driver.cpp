@@ -39,7 +39,7 @@ Strain<N> toRealSpace(const MaterialPoint<N>& at, Strain<N> strain) {
 }
 
 /// The law that acts on the shear stresses alone: the normal stresses stay the trial ones, with elastic rows in the
-/// tangent.
+/// tangent, and the shear stresses, which the law finds without them, do not follow the normal strains.
 template <int N>
 void runOnShearAlone(LawFunction<N> law, LawInput<N> input, LawState& state, LawResult<N>& result) {
   const Stress<N> trial = input.SIGMA;
@@ -48,8 +48,12 @@ void runOnShearAlone(LawFunction<N> law, LawInput<N> input, LawState& state, Law
   for (const int i : normalPlaces) result.SGTOT[i] = trial[i];
   if (!result.hasTangent) return;
   const Matrix<N> D = input.DMANX();
-  for (const int i : normalPlaces)
-    for (int j = 0; j < N; ++j) result.tangent(i, j) = D(i, j);
+  for (const int i : normalPlaces) {
+    for (int j = 0; j < N; ++j) {
+      if (isShear(j)) result.tangent(j, i) = 0.0;
+      result.tangent(i, j) = D(i, j);
+    }
+  }
 }
 
 /// The tangent of a law in the real space; with KTANP 2 together with the part that comes from the stress.

@@ -37,7 +37,7 @@ constexpr std::array<LawRow<N>, 20> laws{{
     {Law::backwardEuler, "BACK. EURLER", ECUAD<N>, Criterion::lublinerOller, checkPlasticFlow},
     {Law::backwardEulerCorrector, "BACK. EURLER", ECUAE<N>, Criterion::lublinerOller, checkPlasticFlow},
     {Law::backwardEulerNumeric, "NUMERIC BACK.", ECUAF<N>, Criterion::lublinerOller, checkPlasticFlow},
-    {Law::viscoDamage, "VISCO-DAMAGE", VISDAM<N>},
+    {Law::viscoDamage, "VISCO-DAMAGE", VISDAM<N>, Criterion::shear, checkViscoDamage},
     {Law::damagePlastic, "DAMAGE-PLASTIC", ECUAG<N>, Criterion::lublinerOller, checkSimpleDamagePlastic},
     {Law::generalDamagePlastic, "DAMAGE-PLASTIC", ECUAH<N>, Criterion::lublinerOller, checkGeneralDamagePlastic},
     {Law::unnamed14, "", ECUA0<N>},

@@ -8,6 +8,7 @@
 #include "constitutive/fatigue.h"
 #include "constitutive/viscoelastic_law.h"
 #include "constitutive/yield_function.h"
+#include "foundation/errors.h"
 
 namespace zema {
 namespace {
@@ -59,7 +60,7 @@ void VISDAM(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
   if (tau > INTVAR[internal::threshold]) {
     INTVAR[internal::threshold] = tau;
     d = exponentialDamage(material, input.at.geometry, tau);
-    energy = (d - oldDamage) * 0.5 * dot(input.SIGMA, input.STRAT());
+    energy = (d - oldDamage) * 0.5 * dot(input.SIGMA, input.elasticStrain());
   }
   result.SGTOT = relaxedStress(input, oldDamage < 1.0 ? (1.0 - d) / (1.0 - oldDamage) : 0.0, 1.0 - d);
 
@@ -69,6 +70,10 @@ void VISDAM(const LawInput<N>& input, LawState& state, LawResult<N>& result) {
   INTVAR[internal::yieldStress] = (1.0 - d) * tau;
   INTVAR[internal::reducedYieldStress] = factor * INTVAR[internal::yieldStress];
   INTVAR[internal::elasticFlag] = 1.0;
+}
+
+void checkViscoDamage(const Material& material, const std::string& who) {
+  if (!(material(slot::damageStress) > 0.0)) throw InputFault(who + ": the damage stress (slot 30) must be above 0");
 }
 
 template void VISDAM(const LawInput<4>&, LawState&, LawResult<4>&);

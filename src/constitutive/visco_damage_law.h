@@ -1,6 +1,8 @@
 // The standard solid with one scalar of damage.
 #pragma once
 
+#include <string>
+
 #include "constitutive/law.h"
 
 namespace zema {
@@ -11,5 +13,8 @@ namespace zema {
 /// fracture energy is too small for the length of the element. Literature: Simo & Ju (1987).
 template <int N>
 void VISDAM(const LawInput<N>& input, LawState& state, LawResult<N>& result);
+
+/// Throws InputFault for a material that `VISDAM` cannot work with. who: what the fault is about.
+void checkViscoDamage(const Material& material, const std::string& who);
 
 }  // namespace zema

@@ -118,6 +118,9 @@ void readStressStrainCurve(CardReader& cards, Material& material) {
     const int count = countOf(cards, "slot 9", material(slot::tensionPeakDissipation));
     for (int i = 0; i < count; ++i) {
       readPoint(cards, "stress-strain curve", material.stressStrain);
+      const double strain = material.stressStrain.X.back();
+      if (i > 0 && strain <= material.stressStrain.X[material.stressStrain.X.size() - 2])
+        cards.fault("abscissa", strain, "a strain above that of the card before");
     }
   }
 }

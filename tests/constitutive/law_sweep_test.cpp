@@ -170,9 +170,26 @@ std::vector<LawCase> otherCases() {
   return cases;
 }
 
+/// Laws that act on the shear stresses alone, in a real space that is not the mapped one.
+std::vector<LawCase> shearCases() {
+  std::vector<LawCase> cases;
+  for (const Law law : {Law::simpleDamage, Law::backwardEuler, Law::generalDamagePlastic}) {
+    LawCase one{"shear alone, law " + std::to_string(static_cast<int>(law)), concrete(law, Criterion::druckerPrager),
+                1.0e-6, false};
+    Material& m = one.material;
+    if (law == Law::backwardEuler) m = hardening(m, 3000.0);
+    m.NCRIP = Criterion::damageSimoJu;
+    m.NMATX = TangentChoice::algorithmic;
+    for (const int place : {slot::yieldStress, slot::damageStress}) m(place) = strength;
+    m(slot::mapYY) = 2.0;
+    cases.push_back(one);
+  }
+  return cases;
+}
+
 std::vector<LawCase> allCases() {
   std::vector<LawCase> cases = otherCases();
-  for (const LawCase& one : plasticCases()) cases.push_back(one);
+  for (const auto& more : {plasticCases(), shearCases()}) cases.insert(cases.end(), more.begin(), more.end());
   return cases;
 }
 
