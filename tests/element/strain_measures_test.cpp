@@ -39,18 +39,5 @@ TEST(Strain, RateIsTheDerivativeOfTheStrainInTime) {
   }
 }
 
-TEST(Strain, ElementSwitchedOnLateStartsFromZero) {
-  const Strain<6> whileInactive{{0.01, 0, 0, 0, 0, 0}};
-
-  const PointStrain<6> asleep = DEFO(whileInactive, {}, {}, false);
-  const PointStrain<6> awake = DEFO(Strain<6>{{0.012, 0, 0, 0, 0, 0.001}}, asleep.STRAT, asleep.STRFAS, true);
-  const PointStrain<6> later = DEFO(Strain<6>{{0.015, 0, 0, 0, 0, 0.003}}, awake.STRAT, awake.STRFAS, true);
-
-  EXPECT_TRUE(asleep.STRAN.isZero() && asleep.STRAT.isZero());
-  expectNear(awake.STRAT, {0.002, 0, 0, 0, 0, 0.001});
-  expectNear(later.STRAT, {0.005, 0, 0, 0, 0, 0.003});
-  expectNear(later.STRAN, {0.003, 0, 0, 0, 0, 0.002});
-}
-
 }  // namespace
 }  // namespace zema
