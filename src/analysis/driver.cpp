@@ -13,6 +13,7 @@
 #include "analysis/increment.h"
 #include "analysis/renumbering.h"
 #include "analysis/residual.h"
+#include "analysis/restart.h"
 #include "analysis/solving.h"
 #include "analysis/update.h"
 #include "dynamics/element_matrices.h"
@@ -45,13 +46,9 @@ void timed(Job& job, double& total, Phase&& phase) {
   total += end - start;
 }
 
-void refuseWhatIsNotBuilt(const Job& job) {
-  const auto refuse = [&](const std::string& what) {
-    throw InputFault(job.CFILE[1] + ": " + what + " is not in this build yet");
-  };
-  if (job.CTEXT.CSTART == "START2" && job.CTEXT.CPROB != "ACOP3D") {
-    refuse("a restart (start word \"START2\")");
-  }
+/// The words whose runs leave restart data and can be taken up from them.
+bool canRestart(const Model& model) {
+  return model.text.CPROB == "MEC3D" || model.text.CPROB == "MEC2D";
 }
 
 /// The frequency card: four values that are only handed on to the frequency records.
@@ -78,15 +75,21 @@ class Driver {
     readModel();
     prepare();
     for (LoopState& loop = model_.loop; loop.ILOAD <= loop.NLOAD; ++loop.ILOAD) {
-      beginLoadStep();
+      if (!restarts() || loop.INCRE == 1) {
+        beginLoadStep();
+      }
       if (runIncrements() == Next::endOfRun) {
         return;
       }
+      model_.text.CSTART = "START1";
       job_.channels.flushAll();
     }
   }
 
  private:
+  /// Until the first load step of a restart has ended.
+  [[nodiscard]] bool restarts() const { return model_.text.CSTART == "START2"; }
+
   void readModel() {
     const KernelProfile& profile = analysis_.kernel.profile();
     model_.text = job_.CTEXT;
@@ -94,7 +97,6 @@ class Driver {
     model_.NSTR1 = profile.NSTR1;
     model_.mesh.MDOFN = profile.MDOFN;
     model_.mesh.dimensions = profile.dimensions;
-    refuseWhatIsNotBuilt(job_);
     analysis_.solver = makeSolver(job_);
     MAKINA(job_, ClockTask::timeLine);
     model_.loop.INCRE = job_.IRUN.IINCS;
@@ -109,7 +111,7 @@ class Driver {
   }
 
   void prepare() {
-    if (model_.text.CSTART == "START2") {
+    if (restarts() && !canRestart(model_)) {
       refuseRestart(job_.listing(), model_.control);
     }
     if (code() != SolverCode::frontal) {
@@ -119,7 +121,6 @@ class Driver {
       allocate(analysis_);
       analysis_.kernel.prepare(model_);
     });
-    timed(job_, job_.times.output, [&] { GEOPOST(job_, model_, analysis_.kernel); });
     if (!analysis_.solver) {
       notify(job_, "NSOLV = " + std::to_string(model_.control.NSOLV) + " names no solver: nothing will be solved");
     }
@@ -128,6 +129,11 @@ class Driver {
     }
     if (model_.loop.NLOAD < 1) {
       notify(job_, "the deck asks for no load step");
+    }
+    if (restarts()) {
+      timed(job_, job_.times.restart, [&] { SAVE_START(analysis_, RestartTask::restore); });
+    } else {
+      timed(job_, job_.times.output, [&] { GEOPOST(job_, model_, analysis_.kernel); });
     }
   }
 
@@ -200,6 +206,9 @@ class Driver {
     }
     writeResults();
     TERMEC(model_, FieldSwap::store);
+    if (canRestart(model_)) {
+      timed(job_, job_.times.restart, [&] { SAVE_START(analysis_, RestartTask::save); });
+    }
     return Next::goOn;
   }
 

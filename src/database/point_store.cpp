@@ -1,6 +1,8 @@
 // Sizes and commit of the point store.
 #include "database/point_store.h"
 
+#include <cstring>
+
 namespace zema {
 
 PointStore::PointStore(int NSTR1, std::span<const int> points, std::span<const int> components)
@@ -21,6 +23,13 @@ PointStore::PointStore(int NSTR1, std::span<const int> points, std::span<const i
       internal_[slot].data()[r * LVAR2_ + internal::elasticFlag] = 1.0;
     }
   }
+}
+
+bool PointStore::committedIsTrial() const {
+  const auto alike = [](const std::array<ZeroedBlock, 2>& blocks) {
+    return std::memcmp(blocks[0].data(), blocks[1].data(), blocks[0].size() * sizeof(double)) == 0;
+  };
+  return alike(mechanical_) && alike(internal_);
 }
 
 void PointStore::commit() {

@@ -80,6 +80,18 @@ class PointStore {
   /// Makes the trial state of all points the committed one.
   void commit();
 
+  /// All mechanical and all internal records of a state, by element, point and component, for the restart data.
+  [[nodiscard]] std::array<std::span<double>, 2> rows(StateSlot slot) {
+    ZeroedBlock& mechanical = mechanical_[index(slot)];
+    ZeroedBlock& internal = internal_[index(slot)];
+    return {std::span(mechanical.data(), mechanical.size()), std::span(internal.data(), internal.size())};
+  }
+  [[nodiscard]] std::size_t mechanicalLength() const { return LVAR1_; }
+  [[nodiscard]] std::size_t internalLength() const { return LVAR2_; }
+  /// Whether the two states of every point are the same to the bit, as after a commit.
+  [[nodiscard]] bool committedIsTrial() const;
+
+  [[nodiscard]] int elements() const { return static_cast<int>(points_.size()); }
   [[nodiscard]] int pointsOf(int e) const { return points_[static_cast<std::size_t>(e)]; }
   [[nodiscard]] int componentsOf(int e) const { return components_[static_cast<std::size_t>(e)]; }
   [[nodiscard]] MechanicalPlaces places() const { return {NSTR1_}; }

@@ -170,6 +170,7 @@ bool CardReader::startItem(std::string_view field, std::string_view expected) {
   commaAllowed_ = true;
   if (cursor_ == text_.size()) faultAtEnd(field, expected);
   itemLine_ = line_;
+  itemStart_ = cursor_;
   slashed_ = text_[cursor_] == '/';
   if (slashed_ || text_[cursor_] == ',') return false;
   return startRepeat(field);
@@ -335,6 +336,13 @@ void CardReader::seek(long position) {
                      std::to_string(text_.size()));
   finishCard();
   cursor_ = static_cast<std::size_t>(position);
+  if (cursor_ > 0 && cursor_ < text_.size() && text_[cursor_ - 1] != '\n') {
+    if (text_[cursor_] != '\n' && std::string_view(text_).substr(cursor_, 2) != "\r\n")
+      throw InputFault(fileName_ + ": reading cannot go on at byte " + std::to_string(position) +
+                       ", the line there has got longer");
+    cursor_ = text_.find('\n', cursor_) + 1;
+    position = static_cast<long>(cursor_);
+  }
   itemLine_ = line_ = 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + position, '\n'));
 }
 

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "foundation/errors.h"
 
@@ -61,12 +62,17 @@ class CardReader {
   [[nodiscard]] const std::string& fileName() const { return fileName_; }
   /// Bytes of the whole text.
   [[nodiscard]] std::size_t size() const { return text_.size(); }
+  /// The whole text, without a byte order mark.
+  [[nodiscard]] std::string_view text() const { return text_; }
+  /// Where in the text the item read last begins, and where reading goes on behind it.
+  [[nodiscard]] std::pair<std::size_t, std::size_t> lastItem() const { return {itemStart_, cursor_}; }
   /// Line of the item read last, from 1.
   [[nodiscard]] int lineNumber() const { return itemLine_; }
 
   /// Byte offset of the line after the current card, for the restart data.
   [[nodiscard]] long position() const;
-  /// Goes on at an offset that position() gave; throws InputFault when it does not lie in the file.
+  /// Goes on at an offset that position() gave for this text, or for one that ended in the line before; throws
+  /// InputFault when no line begins there.
   void seek(long position);
 
  private:
@@ -91,6 +97,7 @@ class CardReader {
   std::string card_;
   std::size_t cursor_ = 0;       // where reading goes on
   int line_ = 1;                 // line of the cursor
+  std::size_t itemStart_ = 0;    // where the last item began
   int itemLine_ = 1;             // line where the last item began
   bool cardOpen_ = false;        // the cursor stands in a line of a card that was begun
   bool slashed_ = false;         // a slash has ended the card's items

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cassert>
 #include <cerrno>
 #include <cstring>
@@ -35,24 +36,27 @@ bool writeAll(int descriptor, std::string_view text) {
 
 }  // namespace
 
-Channel::Channel(std::string path, int descriptor) : path_(std::move(path)), descriptor_(descriptor) {}
+Channel::Channel(std::string path, int descriptor, long length)
+    : path_(std::move(path)), descriptor_(descriptor), lengthWhenOpened_(length) {}
 
 Channel Channel::open(std::string path, OpenMode mode) {
   const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_APPEND | (mode == OpenMode::fromStart ? O_TRUNC : 0);
   const int descriptor = ::open(path.c_str(), flags, 0666);
   if (descriptor < 0) failed("open", path);
-  return {std::move(path), descriptor};
+  return {std::move(path), descriptor, std::max(::lseek(descriptor, 0, SEEK_END), off_t{0})};
 }
 
 Channel::Channel(Channel&& other) noexcept
     : path_(std::move(other.path_)),
       buffer_(std::exchange(other.buffer_, {})),
-      descriptor_(std::exchange(other.descriptor_, -1)) {}
+      descriptor_(std::exchange(other.descriptor_, -1)),
+      lengthWhenOpened_(other.lengthWhenOpened_) {}
 
 Channel& Channel::operator=(Channel&& other) noexcept {
   std::swap(path_, other.path_);
   std::swap(buffer_, other.buffer_);
   std::swap(descriptor_, other.descriptor_);
+  std::swap(lengthWhenOpened_, other.lengthWhenOpened_);
   return *this;
 }
 
@@ -87,6 +91,11 @@ void Channel::flush() {
   if (!written) failed("write", path_);
 }
 
+void Channel::sync() {
+  flush();
+  if (::fsync(descriptor_) != 0) failed("write", path_);
+}
+
 void Channel::close() {
   if (descriptor_ < 0) return;
   const int descriptor = std::exchange(descriptor_, -1);
@@ -116,6 +125,20 @@ void Channels::assign(int number, std::string path, OpenMode mode) {
   assigned_.insert_or_assign(number, Assignment{std::move(path), mode});
 }
 
+std::string Channels::pathOf(int number) const {
+  const auto assignment = assigned_.find(number);
+  return assignment == assigned_.end() ? stem_ + ".mec." + std::to_string(number) : assignment->second.path;
+}
+
+const Channel* Channels::find(const std::string& path) const {
+  const auto found = std::ranges::find_if(open_, [&path](const auto& one) { return one.second.path() == path; });
+  return found == open_.end() ? nullptr : &found->second;
+}
+
+Channel* Channels::find(const std::string& path) {
+  return const_cast<Channel*>(std::as_const(*this).find(path));  // NOLINT: this is not const
+}
+
 void Channels::open(int number) {
   static_cast<void>((*this)[number]);
 }
@@ -123,8 +146,7 @@ void Channels::open(int number) {
 Channel& Channels::operator[](int number) {
   if (const auto found = open_.find(number); found != open_.end()) return found->second;
   auto assignment = assigned_.find(number);
-  if (assignment == assigned_.end())
-    assignment = assigned_.insert({number, {stem_ + ".mec." + std::to_string(number), OpenMode::append}}).first;
+  if (assignment == assigned_.end()) assignment = assigned_.insert({number, {pathOf(number), OpenMode::append}}).first;
   Channel& channel =
       open_.emplace(number, Channel::open(assignment->second.path, assignment->second.mode)).first->second;
   assignment->second.mode = OpenMode::append;  // when the run comes back to the file it goes on at its end

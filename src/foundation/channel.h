@@ -41,6 +41,8 @@ class Channel {
 
   /// Hands all that was written to the system.
   void flush();
+  /// Flushes and brings the file to the disk.
+  void sync();
   /// Flushes and closes; nothing happens when it is closed already.
   void close();
 
@@ -50,15 +52,18 @@ class Channel {
   void cutTo(long bytes);
 
   [[nodiscard]] const std::string& path() const { return path_; }
+  /// Bytes that the file had before anything was written here.
+  [[nodiscard]] long lengthWhenOpened() const { return lengthWhenOpened_; }
 
  private:
-  Channel(std::string path, int descriptor);
+  Channel(std::string path, int descriptor, long length);
 
   void endLine();
 
   std::string path_;
   std::string buffer_;
   int descriptor_ = -1;  // -1: closed
+  long lengthWhenOpened_ = 0;
 };
 
 /// The output files of a run by number. A number that was never assigned is the file `<stem>.mec.<number>`, appended
@@ -75,6 +80,11 @@ class Channels {
   /// The open file of a number; opens it at first use.
   [[nodiscard]] Channel& operator[](int number);
   [[nodiscard]] bool isOpen(int number) const { return open_.contains(number); }
+  /// The file that a number stands for.
+  [[nodiscard]] std::string pathOf(int number) const;
+  /// The channel that is open on a file; null when there is none.
+  [[nodiscard]] Channel* find(const std::string& path);
+  [[nodiscard]] const Channel* find(const std::string& path) const;
 
   /// Closes a file; the number keeps its name and would be appended to when used again. A number not open is left
   /// alone.

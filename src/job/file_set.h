@@ -12,6 +12,7 @@ namespace entry {
 inline constexpr int deck = 1;
 inline constexpr int listing = 2;
 inline constexpr int restart = 3;
+inline constexpr int dynamicData = 5;
 inline constexpr int pairs = 6;
 inline constexpr int log = 8;
 inline constexpr int postMesh = 10;

@@ -55,6 +55,7 @@ void readTexts(Job& job) {
   CardReader& deck = job.cards();
   deck.begin("start word");
   job.CTEXT.CSTART = cut(deck.word("CSTART"));
+  job.startWord = deck.lastItem();
   job.CTEXT.CSTART.erase(job.CTEXT.CSTART.find_last_not_of(' ') + 1);
   deck.begin("title");
   job.CTEXT.CTITLE = cut(deck.word("CTITLE"));

@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "foundation/card_reader.h"
 #include "foundation/channel.h"
@@ -39,9 +40,10 @@ struct Job {
   ControlRecord KCONT;  ///< sizes and switches from the head of the deck
   FileTable CFILE;      ///< names of the job's files
   Channels channels;
-  std::optional<CardReader> deck;           ///< channel 1, the data deck
-  std::optional<CardReader> dynamicData{};  ///< channel 16, opened at the first dynamic load step
-  std::optional<CardReader> pairs{};        ///< channel 6, the .arc file, once a pair table has been read from it
+  std::optional<CardReader> deck;                   ///< channel 1, the data deck
+  std::pair<std::size_t, std::size_t> startWord{};  ///< first byte of the start word in the deck, and the one behind it
+  std::optional<CardReader> dynamicData{};          ///< channel 16, opened at the first dynamic load step
+  std::optional<CardReader> pairs{};  ///< channel 6, the .arc file, once a pair table has been read from it
   Clock clock;
   Console console;
   ProgressLine progress;

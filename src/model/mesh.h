@@ -93,6 +93,8 @@ class ElementVectors {
   /// Length of each of these vectors: the greatest number of degrees of freedom of an element.
   [[nodiscard]] int NEVAB() const { return NEVAB_; }
   void clear();
+  /// All vectors of all elements, and the initial loads, for the restart data.
+  [[nodiscard]] std::array<std::span<double>, 2> all() { return {values_, initial_}; }
 
  private:
   [[nodiscard]] std::span<double> part(int e, int which);

@@ -41,7 +41,10 @@ class SparseSolver final : public Solver {
     EquationSystem& system = task.system;
     STARTENDPARDISO(task);
     if (!task.newMatrix && !factors_) refactorise(task);
-    if (task.newMatrix) matrix_.reset(pattern_);
+    if (task.newMatrix) {
+      restored_ = {};
+      matrix_.reset(pattern_);
+    }
     KGLOB(task.source, system, task.side, task.newMatrix ? &matrix_ : nullptr, task.pool, task.times);
     if (task.newMatrix) factorise(task);
     const std::span<double> x(system.ELOADG.data(), static_cast<std::size_t>(system.NEQNS));

@@ -1,0 +1,60 @@
+// The restart file: written beside the old one and put in its place when it is whole; read only when it is undamaged.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "foundation/channel.h"
+#include "foundation/checksum.h"
+#include "restart/archive.h"
+
+namespace zema {
+
+/// Writes `<path>.new`. At any moment the file at `path` is the old one or the new one, each of them whole.
+class RestartWriter final : public Archive {
+ public:
+  /// Throws FileFault.
+  explicit RestartWriter(std::string path);
+
+  void bytes(void* data, std::size_t count) override;
+  [[nodiscard]] bool restores() const override { return false; }
+  /// Values that stay as they are; to be restored as a vector.
+  void put(std::span<const double> values);
+  /// Brings the new file to the disk and puts it in the place of the old one. Throws FileFault.
+  void replace();
+
+ private:
+  void append(const void* data, std::size_t count);
+
+  std::string path_;
+  Channel file_;
+  Checksum checksum_;
+};
+
+/// Reads what a RestartWriter wrote.
+class RestartReader final : public Archive {
+ public:
+  /// Throws FileFault for a file that cannot be read, InputFault for one that is damaged or of another version.
+  explicit RestartReader(const std::string& path);
+
+  void bytes(void* data, std::size_t count) override;
+  [[nodiscard]] bool restores() const override { return true; }
+  /// Throws InputFault when something is left in the file.
+  void finish();
+
+ private:
+  struct Close {
+    void operator()(std::FILE* file) const { std::fclose(file); }
+  };
+
+  void read(void* data, std::size_t count);
+  void checkHead();
+  void checkSum(std::uint64_t size);
+
+  std::string path_;
+  std::unique_ptr<std::FILE, Close> file_;
+  std::uint64_t left_ = 0;  // bytes of values that have not been read
+};
+
+}  // namespace zema
