@@ -49,6 +49,7 @@ struct Analysis {
   std::vector<double> STFOR{};             ///< sum of the internal forces, by position
   std::vector<double> TOFOR{};             ///< sum of the total loads, by position
   std::vector<EnergySums> elementSums{};   ///< energy sums of the last residual pass, by element
+  double lastSync = 0.0;                   ///< when the restart file was last brought to the disk, seconds of the run
 };
 
 /// Makes the vectors by position that an analysis needs, once the mesh has been read.

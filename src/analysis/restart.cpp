@@ -14,6 +14,8 @@ namespace zema {
 
 namespace {
 
+constexpr double betweenSyncs = 5.0;  // seconds: waiting for the disk must not rule a run of short increments
+
 using Sizes = std::array<int, 7>;
 
 Sizes sizesOf(const Model& model) {
@@ -54,7 +56,12 @@ void save(Analysis& analysis) {
   const bool kept = analysis.solver && factorsAreReused(analysis.model);
   file.put(kept ? analysis.solver->factors() : std::span<const double>());
   file.put(kept ? analysis.solver->matrices() : std::span<const double>());
-  file.replace();
+  const double now = analysis.job.clock.TIMUSE();
+  const bool toDisk = now - analysis.lastSync > betweenSyncs;
+  file.replace(toDisk);
+  if (toDisk) {
+    analysis.lastSync = analysis.job.clock.TIMUSE();
+  }
 }
 
 void restoreFactors(RestartReader& file, Analysis& analysis) {

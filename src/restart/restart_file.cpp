@@ -64,13 +64,13 @@ void RestartWriter::put(std::span<const double> values) {
   append(values.data(), values.size_bytes());
 }
 
-void RestartWriter::replace() {
+void RestartWriter::replace(bool toDisk) {
   const std::uint64_t sum = checksum_.value();
   append(&sum, sizeof sum);
-  file_.sync();
+  if (toDisk) file_.sync();
   file_.close();
   if (std::rename(file_.path().c_str(), path_.c_str()) != 0) failed("replace", path_);
-  syncFolder(path_);
+  if (toDisk) syncFolder(path_);
 }
 
 RestartReader::RestartReader(const std::string& path) : path_(path), file_(std::fopen(path.c_str(), "rb")) {

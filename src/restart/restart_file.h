@@ -21,8 +21,9 @@ class RestartWriter final : public Archive {
   [[nodiscard]] bool restores() const override { return false; }
   /// Values that stay as they are; to be restored as a vector.
   void put(std::span<const double> values);
-  /// Brings the new file to the disk and puts it in the place of the old one. Throws FileFault.
-  void replace();
+  /// Puts the new file in the place of the old one; toDisk: not before all of it is on the disk, so that it survives
+  /// the end of the machine and not only that of the program. Throws FileFault.
+  void replace(bool toDisk);
 
  private:
   void append(const void* data, std::size_t count);
