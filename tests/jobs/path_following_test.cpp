@@ -122,6 +122,47 @@ TEST(Arch, FourConstraintsFollowOnePathThroughSnapThrough) {
   }
 }
 
+TEST(SofteningBar, FollowsItsPathByTheRelativeDisplacement) {
+  constexpr double elastic = 1000.0, strength = 1.0, slope = -500.0, step = 0.0002;
+  for (const char* arc : {"5 0.0008 4 1", "6 0.0004 8 1"}) {  // the four pairs sum up to 4 steps, and have length 2
+    SCOPED_TRACE(arc);
+    const double length = arc[0] == '5' ? 4.0 : 0.5;  // of the elastic brick: with the longer one the end snaps back
+    SolidDeck deck;
+    deck.NSOLV = 2;
+    MaterialCards softening = MaterialCards::isotropic(elastic, 0.0);
+    softening.codes = {2, 2, 4, 2, 1, 1};
+    softening.slots = {{30, strength}, {31, 1}, {51, 1}, {52, slope}, {53, 1}, {54, 1}};
+    deck.materials = {softening, MaterialCards::isotropic(elastic, 0.0)};
+    deck.composites = {{LayerCards{}}, {LayerCards{.components = {{2, 1.0}}}}};
+    const BrickGrid bar{2, 1, 1};
+    bar.addTo(deck, [&](int i, int j, int k) { return Vector3{i == 2 ? 1.0 + length : i, double(j), double(k)}; });
+    deck.elements[1].composite = 2;
+    std::string pairs;
+    for (int j = 0; j <= 1; ++j)
+      for (int k = 0; k <= 1; ++k) {
+        deck.steps[0].fixities.push_back({bar.at(0, j, k), 111, {}});
+        deck.steps[0].pointLoads[bar.at(2, j, k)] = {0.25, 0.0, 0.0};
+        pairs += std::to_string(bar.at(0, j, k)) + ' ' + std::to_string(bar.at(1, j, k)) + '\n';
+      }
+    deck.steps[0].increments = {Increment{
+        .repeat = 12, .factor = 0.0, .tolerance = 1e-7, .iterations = 200, .algorithm = arc[0] == '5' ? 2 : 1}};
+    deck.steps[0].increments[0].arc = arc;
+    const JobFolder folder;
+    folder.write("job.arc", pairs + pairs);
+
+    const auto results = solve(folder, deck.text());
+
+    for (int k = 1; k <= 12; ++k) {
+      const double opening = step * k;
+      const double stress = std::min(elastic * opening, strength + slope * (opening - strength / elastic));
+      const ResultBlock& displacements = block(results, "DISPLACEMENTS", k - 1);
+      EXPECT_NEAR(atNode(displacements, 2)[0], opening, 1e-9) << k;
+      EXPECT_NEAR(atNode(displacements, 3)[0], opening + length * stress / elastic, 1e-9) << k;
+      EXPECT_NEAR(block(results, "STRESSES", k - 1).rows[15][0], stress, 1e-6) << k;
+    }
+  }
+}
+
 TEST(PrescribedMotion, GrowsWithTheLoadFactorThatTheConstraintFinds) {
   SolidDeck deck = symmetricCube(MaterialCards::isotropic(1000.0, 0.3), 0.01);
   deck.steps[0].increments = {Increment{.repeat = 2, .factor = 0.05, .arc = "4 -0.0006 3 2"}};
