@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <sstream>
 
 #include "jobs/job_runner.h"
 #include "jobs/solid_deck.h"
@@ -55,12 +54,8 @@ std::vector<std::array<double, 2>> pull(const SolidDeck& deck) {
   const JobFolder folder;
   folder.write("job.dts", deck.text());
   EXPECT_EQ(runJob(folder, "job.dts").status, 0) << folder.read("job.mec.sal");
-  std::istringstream in(folder.read("job.AA"));
-  std::vector<std::array<double, 2>> points;  // from 0, 0 on
-  for (std::string line; std::getline(in, line);) {
-    double u = 0.0, reaction = 0.0;
-    if (std::istringstream(line) >> u >> reaction) points.push_back({u, -reaction});
-  }
+  std::vector<std::array<double, 2>> points = readCurve(folder);  // from 0, 0 on
+  for (auto& [u, reaction] : points) reaction = -reaction;
   return points;
 }
 

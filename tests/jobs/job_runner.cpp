@@ -126,6 +126,21 @@ const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::str
   throw std::runtime_error("no result block " + name);
 }
 
+void expectRows(const ResultBlock& block, std::span<const double> expected, double tolerance) {
+  for (const auto& row : block.rows)
+    for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_NEAR(row[i], expected[i], tolerance) << block.name << i;
+}
+
+std::vector<std::array<double, 2>> readCurve(const JobFolder& folder, const std::string& name) {
+  std::istringstream in(folder.read(name));
+  std::vector<std::array<double, 2>> points;
+  for (std::string line; std::getline(in, line);) {
+    std::array<double, 2> point{};
+    if (!line.starts_with('#') && std::istringstream(line) >> point[0] >> point[1]) points.push_back(point);
+  }
+  return points;
+}
+
 const std::vector<double>& atNode(const ResultBlock& displacements, int node) {
   return displacements.rows.at(static_cast<std::size_t>(node - 1));
 }

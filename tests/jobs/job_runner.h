@@ -1,8 +1,9 @@
 // Runs whole jobs through the program in a folder of their own, and reads what they leave.
 #pragma once
 
+#include <array>
 #include <filesystem>
-#include <map>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -52,6 +53,12 @@ std::vector<ResultBlock> solve(const JobFolder& folder, const std::string& deckT
 const ResultBlock& block(const std::vector<ResultBlock>& all, const std::string& name, int n = 0);
 /// The last such block.
 const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::string& name);
+
+/// Expects one list of values in every line of a block.
+void expectRows(const ResultBlock& block, std::span<const double> expected, double tolerance);
+
+/// The points of a curve file.
+std::vector<std::array<double, 2>> readCurve(const JobFolder& folder, const std::string& name = "job.AA");
 
 /// Displacement of a node (from 1) in a displacement block.
 const std::vector<double>& atNode(const ResultBlock& displacements, int node);

@@ -26,10 +26,7 @@ void expectConstantState(const SolidDeck& deck, const std::vector<ResultBlock>& 
     const Vector3 expected = linearField(deck.nodes[n]);
     for (std::size_t d = 0; d < 3; ++d) EXPECT_NEAR(u.rows[n][d], expected[d], 1e-11) << "node " << n + 1;
   }
-  const std::vector<double> stress = {2000, 2000, 2000, 400, 400, 400};
-  for (const auto& row : block(results, "STRESSES").rows) {
-    for (std::size_t s = 0; s < 6; ++s) EXPECT_NEAR(row[s], stress[s], 1e-5);
-  }
+  expectRows(block(results, "STRESSES"), std::array{2000.0, 2000.0, 2000.0, 400.0, 400.0, 400.0}, 1e-5);
 }
 
 SolidDeck brickPatch() {
@@ -121,18 +118,14 @@ SolidDeck unitState(int component) {
 
 /// Every value line shows a unit of one component (record order xx yy xy zz xz yz) and the strains that go with it.
 void expectUnitState(const std::vector<ResultBlock>& results, int component) {
-  constexpr int fileColumn[6] = {0, 1, 3, 2, 4, 5};  // files list xx yy zz xy xz yz
-  const int own = fileColumn[component];
-  for (const auto& row : block(results, "STRESSES").rows) {
-    for (int s = 0; s < 6; ++s) EXPECT_NEAR(row[static_cast<std::size_t>(s)], s == own ? 1.0 : 0.0, 1e-9);
-  }
-  for (const auto& row : block(results, "STRAINS//TOTAL").rows) {
-    for (int s = 0; s < 6; ++s) {
-      const double direct = own > 2 ? 2.6 / 210.0 : 1.0 / 210.0;
-      const double lateral = own < 3 && s < 3 ? -0.3 / 210.0 : 0.0;
-      EXPECT_NEAR(row[static_cast<std::size_t>(s)], s == own ? direct : lateral, 1e-12);
-    }
-  }
+  constexpr std::size_t fileColumn[6] = {0, 1, 3, 2, 4, 5};  // files list xx yy zz xy xz yz
+  const std::size_t own = fileColumn[component];
+  std::array<double, 6> stress{}, strain{};
+  if (own < 3) strain[0] = strain[1] = strain[2] = -0.3 / 210.0;
+  stress[own] = 1.0;
+  strain[own] = own > 2 ? 2.6 / 210.0 : 1.0 / 210.0;
+  expectRows(block(results, "STRESSES"), stress, 1e-9);
+  expectRows(block(results, "STRAINS//TOTAL"), strain, 1e-12);
 }
 
 TEST(UnitStates, NodalForcesOnABrickGiveEachStressComponentAlone) {

@@ -47,16 +47,6 @@ double closedForm(double w) {
   return std::pow(std::numbers::pi / span, 4) * (bending * w + E * depth / 4.0 * (rise * rise - c * c) * c);
 }
 
-std::vector<std::array<double, 2>> readCurve(const JobFolder& folder) {
-  std::istringstream in(folder.read("job.AA"));
-  std::vector<std::array<double, 2>> points;
-  for (std::string line; std::getline(in, line);) {
-    std::array<double, 2> point{};
-    if (!line.starts_with('#') && std::istringstream(line) >> point[0] >> point[1]) points.push_back(point);
-  }
-  return points;
-}
-
 std::vector<double> valuesOf(const ResultBlock& block) {
   std::vector<double> all;
   for (const auto& row : block.rows) all.insert(all.end(), row.begin(), row.end());
