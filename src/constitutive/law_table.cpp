@@ -69,7 +69,7 @@ LawFunction<N> lawOf(const Material& material, int m) {
       refuseMaterial(row, material, fault);
       return row.update;
     }
-    throw InputFault(fault + ", which is not in this build yet");
+    throw InputFault(fault + ", which has no routine");
   }
   throw InputFault(fault + ", which does not exist; the laws are numbered from 0 to " +
                    std::to_string(laws<N>.size() - 1));

@@ -15,7 +15,7 @@ template <int N>
 struct LawRow {
   Law code{};                                  ///< number in the deck
   std::string_view label;                      ///< as the deck's echo prints it
-  LawFunction<N> update = nullptr;             ///< null: not in this build
+  LawFunction<N> update = nullptr;             ///< null: the number has no routine
   Criterion lastCriterion = Criterion::shear;  ///< yield functions from 1 to this one are admitted
   LawCheck check = nullptr;                    ///< what else the law demands of a material; null: nothing
 };

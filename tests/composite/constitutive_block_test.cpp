@@ -126,7 +126,7 @@ TEST(ConstitutiveBlock, RefusesWhatThisBuildDoesNotHave) {
 
   EXPECT_EQ(faultOf(elastic, plainComposite(2)), "accepted");
   EXPECT_EQ(faultOf(friction, plainComposite(2)),
-            "material 2 asks for law 16 \"DAMAG-FRICTION\", which is not in this build yet");
+            "material 2 asks for law 16 \"DAMAG-FRICTION\", which has no routine");
   EXPECT_EQ(faultOf(elastic, plainComposite(3)), "composite 2, layer 1: material 3 has no card");
   EXPECT_EQ(faultOf(elastic, unknown), "accepted");  // a layer of an unknown word has no components
   EXPECT_EQ(faultOf(elastic, Composite{}), "composite 2 has no layers, but elements that use it");

@@ -50,7 +50,7 @@ TEST(LawTable, NamesTheMaterialAndTheLawThatIsMissing) {
 
   EXPECT_EQ(faultOf(Law::elastic), "accepted");
   EXPECT_EQ(faultOf(Law::damageFriction),
-            "material 3 asks for law 16 \"DAMAG-FRICTION\", which is not in this build yet");
+            "material 3 asks for law 16 \"DAMAG-FRICTION\", which has no routine");
   EXPECT_EQ(faultOf(static_cast<Law>(20)),
             "material 3 asks for law 20, which does not exist; the laws are numbered from 0 to 19");
 }
