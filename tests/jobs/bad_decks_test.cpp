@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
+#include <regex>
 #include <sstream>
 
 #include "jobs/job_runner.h"
@@ -54,31 +55,18 @@ TEST(CutDeck, EveryCutBeforeTheFirstIncrementCardIsAFaultThatNamesTheEnd) {
   }
 }
 
-/// Blank-separated tokens of a line with their places.
-std::vector<std::pair<std::size_t, std::size_t>> tokensOf(const std::string& line) {
-  std::vector<std::pair<std::size_t, std::size_t>> tokens;
-  for (std::size_t i = 0; i < line.size();) {
-    if (line[i] == ' ') {
-      ++i;
-      continue;
-    }
-    const std::size_t end = std::min(line.find(' ', i), line.size());
-    tokens.emplace_back(i, end);
-    i = end;
-  }
-  return tokens;
-}
-
 TEST(WrongValue, ALetterInAnyNumericFieldIsAFaultThatNamesLineAndFinding) {
   const std::vector<std::string> lines = linesOf(pulledCube().text());
   int tried = 0;
   for (std::size_t i = 0; i < lines.size(); ++i) {
-    for (const auto& [begin, end] : tokensOf(lines[i])) {
-      const char first = lines[i][begin];
+    static const std::regex word("[^ ]+");
+    for (auto token = std::sregex_iterator(lines[i].begin(), lines[i].end(), word); token != std::sregex_iterator();
+         ++token) {
+      const char first = *token->str().begin();
       const bool numeric = std::isdigit(static_cast<unsigned char>(first)) != 0 || first == '-';
       if (!numeric || lines[i].starts_with("CURV,")) continue;
       std::vector<std::string> spoilt = lines;
-      spoilt[i] = lines[i].substr(0, begin) + "q7" + lines[i].substr(end);
+      spoilt[i].replace(static_cast<std::size_t>(token->position()), token->str().size(), "q7");
       const JobFolder folder;
       folder.write("job.dts", join(spoilt));
 

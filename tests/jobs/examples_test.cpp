@@ -59,13 +59,6 @@ const ResultBlock* findBlock(const std::vector<ResultBlock>& all, const std::str
   return nullptr;
 }
 
-double largest(const ResultBlock& block) {
-  double most = 0.0;
-  for (const std::vector<double>& row : block.rows)
-    for (const double value : row) most = std::max(most, std::abs(value));
-  return most;
-}
-
 /// A value of a block as an ExpectedValue names it. Nodes stand in their own order, so both kinds of id are line
 /// numbers.
 double valueOf(const ResultBlock& block, const ExpectedValue& expected) {

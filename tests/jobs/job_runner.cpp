@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <cmath>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -129,6 +130,13 @@ const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::str
 void expectRows(const ResultBlock& block, std::span<const double> expected, double tolerance) {
   for (const auto& row : block.rows)
     for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_NEAR(row[i], expected[i], tolerance) << block.name << i;
+}
+
+double largest(const ResultBlock& block) {
+  double most = 0.0;
+  for (const auto& row : block.rows)
+    for (const double value : row) most = std::max(most, std::abs(value));
+  return most;
 }
 
 std::vector<std::array<double, 2>> readCurve(const JobFolder& folder, const std::string& name) {

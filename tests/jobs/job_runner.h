@@ -57,6 +57,9 @@ const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::str
 /// Expects one list of values in every line of a block.
 void expectRows(const ResultBlock& block, std::span<const double> expected, double tolerance);
 
+/// Largest magnitude of a block.
+double largest(const ResultBlock& block);
+
 /// The points of a curve file.
 std::vector<std::array<double, 2>> readCurve(const JobFolder& folder, const std::string& name = "job.AA");
 

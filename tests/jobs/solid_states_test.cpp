@@ -18,12 +18,10 @@ Vector3 unitGrid(int i, int j, int k) {
 void expectAgreement(const std::vector<ResultBlock>& results, const std::vector<ResultBlock>& reference, double share) {
   ASSERT_EQ(results.size(), reference.size());
   for (std::size_t b = 0; b < results.size(); ++b) {
-    double largest = 0.0;
-    for (const auto& row : reference[b].rows)
-      for (const double value : row) largest = std::max(largest, std::abs(value));
+    const double tolerance = share * largest(reference[b]);
     for (std::size_t r = 0; r < results[b].rows.size(); ++r)
       for (std::size_t c = 0; c < results[b].rows[r].size(); ++c)
-        ASSERT_NEAR(results[b].rows[r][c], reference[b].rows[r][c], share * largest) << results[b].name;
+        ASSERT_NEAR(results[b].rows[r][c], reference[b].rows[r][c], tolerance) << results[b].name;
   }
 }
 

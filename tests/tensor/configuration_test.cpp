@@ -22,28 +22,6 @@ Matrix<6> someMatrix() {
   return C;
 }
 
-Matrix<3> simpleShear(double gamma) {
-  return {{1.0, gamma, 0.0, 0.0, 1.0, 0.0, 0.0, 0.0, 1.0}};
-}
-
-TEST(Configuration, StressOfSimpleShear) {
-  // Saint-Venant solid with lambda = mu = 400 in simple shear 0.5: second Piola-Kirchhoff to Cauchy stress, J = 1.
-  Stress<6> stress{{50.0, 150.0, 200.0, 50.0, 0.0, 0.0}};
-
-  PFB_STR(stress, simpleShear(0.5), TensorMove::stressForward);
-
-  expectNear(stress.values, Vector<6>{287.5, 150.0, 275.0, 50.0, 0.0, 0.0}, 1.0e-11);
-}
-
-TEST(Configuration, StrainOfSimpleShear) {
-  const double gamma = 0.5;
-  Strain<6> greenLagrange{{0.0, gamma * gamma / 2.0, gamma, 0.0, 0.0, 0.0}};
-
-  PFB_STR(greenLagrange, simpleShear(gamma), TensorMove::strainForward);
-
-  expectNear(greenLagrange.values, Vector<6>{0.0, -gamma * gamma / 2.0, gamma, 0.0, 0.0, 0.0});
-}
-
 TEST(Configuration, ThereAndBack) {
   Stress<6> stress = someStress;
   Strain<6> strain = someStrain;

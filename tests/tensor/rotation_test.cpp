@@ -38,15 +38,6 @@ TEST(Rotation, EulerAnglesTurnAboutZThenTheNewXThenTheNewZ) {
   expectNear(all.values, Vector<9>{0.0, 0.0, 1.0, 0.0, -1.0, 0.0, 1.0, 0.0, 0.0});
 }
 
-TEST(Rotation, UniaxialStressAlongALocalAxis) {
-  const Rotation<6> rotation({30.0, 0.0, 0.0});
-  Stress<6> stress{{100.0, 0.0, 0.0, 0.0, 0.0, 0.0}};
-
-  ROTV(stress, rotation, Direction::toGlobal);
-
-  expectNear(stress.values, Vector<6>{75.0, 25.0, 25.0 * std::sqrt(3.0), 0.0, 0.0, 0.0}, 1.0e-12);
-}
-
 TEST(Rotation, TurnsTheTensorsBehindTheVectors) {
   const Rotation<6> rotation(skewAngles);
   Stress<6> stress = someStress;
