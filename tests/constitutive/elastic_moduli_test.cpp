@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "constitutive/sample_materials.h"
+#include "constitutive/temperature_curve.h"
 #include "foundation/distance.h"
 #include "foundation/errors.h"
 
@@ -23,19 +24,42 @@ TEST(ElasticMatrix, IsTheInverseOfTheComplianceEvenWithoutSymmetry) {
                                .Gxy = 15.0,
                                .Gxz = 11.0,
                                .Gyz = 8.0};
-  Matrix<6> compliance;  // contraction in i by a stress in j: -NUji / Ej
-  compliance(0, 0) = 1.0 / c.Ex;
-  compliance(0, 1) = -c.NUyx / c.Ey;
-  compliance(0, 3) = -c.NUzx / c.Ez;
-  compliance(1, 0) = -c.NUxy / c.Ex;
-  compliance(1, 1) = 1.0 / c.Ey;
-  compliance(1, 3) = -c.NUzy / c.Ez;
-  compliance(3, 0) = -c.NUxz / c.Ex;
-  compliance(3, 1) = -c.NUyz / c.Ey;
-  compliance(3, 3) = 1.0 / c.Ez;
-  compliance(2, 2) = 1.0 / c.Gxy;
-  compliance(4, 4) = 1.0 / c.Gxz;
-  compliance(5, 5) = 1.0 / c.Gyz;
+  const Matrix<6> compliance{{1.0 / c.Ex,
+                              -c.NUyx / c.Ey,
+                              0,
+                              -c.NUzx / c.Ez,
+                              0,
+                              0,  // contraction in i by a stress in j
+                              -c.NUxy / c.Ex,
+                              1.0 / c.Ey,
+                              0,
+                              -c.NUzy / c.Ez,
+                              0,
+                              0,  // is -NUji / Ej
+                              0,
+                              0,
+                              1.0 / c.Gxy,
+                              0,
+                              0,
+                              0,  //
+                              -c.NUxz / c.Ex,
+                              -c.NUyz / c.Ey,
+                              0,
+                              1.0 / c.Ez,
+                              0,
+                              0,  //
+                              0,
+                              0,
+                              0,
+                              0,
+                              1.0 / c.Gxz,
+                              0,  //
+                              0,
+                              0,
+                              0,
+                              0,
+                              0,
+                              1.0 / c.Gyz}};
 
   const Matrix<6> C = MODAN<6>(c);
 
@@ -117,6 +141,33 @@ TEST(ElasticTables, RefuseAMapWithZeroAndIncompressibility) {
 
   EXPECT_THROW((void)MODPS<6>(noMap, 4, std::nullopt), InputFault);
   EXPECT_THROW((void)MODPS<6>(isotropicMaterial(1000.0, 0.5), 4, std::nullopt), InputFault);
+}
+
+TEST(TemperatureCurve, IsLinearBetweenAndBeyondItsPointsOrConstant) {
+  const TemperatureCurve curve{{0.0, 100.0, 200.0}, {10.0, 20.0, 50.0}};
+  for (const auto& [T, value] : {std::pair{50.0, 15.0}, {100.0, 20.0}, {150.0, 35.0}, {-100.0, 0.0}, {300.0, 80.0}})
+    EXPECT_DOUBLE_EQ(CAMBIOPORTEMP(T, curve), value);
+  EXPECT_DOUBLE_EQ(CAMBIOPORTEMP(50.0, {{20.0}, {7.0}}), 7.0);
+  EXPECT_DOUBLE_EQ(CAMBIOPORTEMP(50.0, {{20.0, 20.0}, {7.0, 9.0}}), 7.0);
+}
+
+TEST(TemperatureCurve, ScalesTheYieldValues) {
+  Material material;
+  material(slot::referenceTemperature) = 20.0;
+  material(slot::yieldStress) = 200.0;
+  material(slot::tensionPeakStress) = 30.0;
+  material(slot::compressionPeakDissipation) = 0.2;
+  material(slot::yieldCurvePoints) = 2.0;
+  material.yield = {{20.0, 120.0}, {200.0, 100.0}};
+  Material atReference = material;
+
+  scaleYieldValues(material, 70.0);
+  scaleYieldValues(atReference, 20.0);
+
+  EXPECT_DOUBLE_EQ(material(slot::yieldStress), 150.0);
+  EXPECT_DOUBLE_EQ(material(slot::tensionPeakStress), 22.5);
+  EXPECT_DOUBLE_EQ(material(slot::compressionPeakDissipation), 0.15);
+  EXPECT_DOUBLE_EQ(atReference(slot::yieldStress), 200.0);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "constitutive/law_table.h"
 #include "foundation/errors.h"
@@ -18,24 +19,16 @@ Material numberedMaterial(Law law) {
   return material;
 }
 
-TEST(InitialState, ComesFromTheProperties) {
-  const auto INTVAR = initialInternalVariables(numberedMaterial(Law::backwardEuler));
-
-  const std::array<double, 16> expected{0, 6, 5, 7, 33, 0, 0, 30, 1, 0, 1, 7, 0, 0, 30, 30};
-  EXPECT_EQ(INTVAR, expected);
-}
-
-TEST(InitialState, DamageThresholdsDependOnTheLaw) {
-  const auto general = initialInternalVariables(numberedMaterial(Law::generalDamage));
-  const auto coupled = initialInternalVariables(numberedMaterial(Law::tensionCompressionDamage));
-  const auto separate = initialInternalVariables(numberedMaterial(Law::tensionCompressionDamageAlternative));
-
-  EXPECT_EQ(general[7], 7.0);
-  EXPECT_EQ(general[13], 0.0);
-  EXPECT_EQ(coupled[7], 30.0);
-  EXPECT_EQ(coupled[13], 30.0);
-  EXPECT_DOUBLE_EQ(separate[7], 10.0 / std::sqrt(1.0));
-  EXPECT_DOUBLE_EQ(separate[13], std::sqrt(10.0 * 0.371028691109907));
+TEST(InitialState, ComesFromThePropertiesAndDamageThresholdsDependOnTheLaw) {
+  const auto stateOf = [](Law law) { return initialInternalVariables(numberedMaterial(law)); };
+  EXPECT_EQ(stateOf(Law::backwardEuler), (std::array<double, 16>{0, 6, 5, 7, 33, 0, 0, 30, 1, 0, 1, 7, 0, 0, 30, 30}));
+  const double compression = std::sqrt(10.0 * 0.371028691109907);
+  for (const auto& [law, first, second] : {std::tuple{Law::generalDamage, 7.0, 0.0},
+                                           {Law::tensionCompressionDamage, 30.0, 30.0},
+                                           {Law::tensionCompressionDamageAlternative, 10.0, compression}}) {
+    EXPECT_DOUBLE_EQ(stateOf(law)[7], first);
+    EXPECT_DOUBLE_EQ(stateOf(law)[13], second);
+  }
 }
 
 TEST(LawTable, NamesTheMaterialAndTheLawThatIsMissing) {
@@ -49,8 +42,7 @@ TEST(LawTable, NamesTheMaterialAndTheLawThatIsMissing) {
   };
 
   EXPECT_EQ(faultOf(Law::elastic), "accepted");
-  EXPECT_EQ(faultOf(Law::damageFriction),
-            "material 3 asks for law 16 \"DAMAG-FRICTION\", which has no routine");
+  EXPECT_EQ(faultOf(Law::damageFriction), "material 3 asks for law 16 \"DAMAG-FRICTION\", which has no routine");
   EXPECT_EQ(faultOf(static_cast<Law>(20)),
             "material 3 asks for law 20, which does not exist; the laws are numbered from 0 to 19");
 }

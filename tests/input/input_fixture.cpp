@@ -2,6 +2,7 @@
 #include "input/input_fixture.h"
 
 #include "input/mesh_cards.h"
+#include "jobs/solid_deck.h"
 
 namespace zema::test {
 
@@ -45,15 +46,7 @@ std::string materialCards(int number, const std::string& codes, std::map<int, do
                           const std::string& curves) {
   slots.try_emplace(1, 100.0);
   slots.try_emplace(37, 100.0);
-  const auto record = [&slots](const std::vector<std::pair<int, int>>& ranges) {
-    std::string text;
-    for (const auto& [first, last] : ranges)
-      for (int place = first; place <= last; ++place) text += std::to_string(slots[place]) + " ";
-    return text + "\n";
-  };
-  return "material\n" + std::to_string(number) + "\n" + codes + "\n" + record({{1, 29}}) +
-         record({{30, 31}, {51, 54}, {93, 100}}) + record({{32, 34}, {36, 43}, {68, 69}}) +
-         record({{44, 44}, {72, 73}, {74, 79}, {45, 48}, {70, 71}}) + record({{49, 50}}) + record({{55, 64}}) + curves;
+  return "material\n" + std::to_string(number) + "\n" + codes + "\n" + slotRecords(slots) + curves;
 }
 
 }  // namespace zema::test

@@ -70,26 +70,12 @@ std::map<int, double> slotsOf(const MaterialCards& m) {
   return slots;
 }
 
-/// Records 4 to 9: runs of slots, first and last.
-const std::vector<std::vector<std::array<int, 2>>> slotRecords{{{1, 29}},
-                                                               {{30, 31}, {51, 54}, {93, 100}},
-                                                               {{32, 34}, {36, 43}, {68, 69}},
-                                                               {{44, 44}, {72, 79}, {45, 48}, {70, 71}},
-                                                               {{49, 50}},
-                                                               {{55, 64}}};
-
 void writeMaterials(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
   for (const MaterialCards& m : deck.materials) {
     out << "material\n" << ++number << '\n';
     for (const int code : m.codes) out << code << ' ';
-    std::map<int, double> slots = slotsOf(m);
-    for (const auto& record : slotRecords) {
-      out << '\n';
-      for (const auto& [first, last] : record)
-        for (int slot = first; slot <= last; ++slot) out << slots[slot] << ' ';
-    }
-    out << '\n';
+    out << '\n' << slotRecords(slotsOf(m));
     writeCurve(out, m.youngCurve);
     writeCurve(out, m.poissonCurve);
     writeCurve(out, m.yieldCurve);
@@ -146,6 +132,19 @@ void writeStep(std::ostream& out, const SolidDeck& deck, const LoadStepCards& st
 }
 
 }  // namespace
+
+std::string slotRecords(std::map<int, double> slots) {
+  using Runs = std::vector<std::array<int, 2>>;  // of slots, first and last
+  std::ostringstream out;
+  out.precision(17);
+  for (const Runs& record : {Runs{{1, 29}}, Runs{{30, 31}, {51, 54}, {93, 100}}, Runs{{32, 34}, {36, 43}, {68, 69}},
+                             Runs{{44, 44}, {72, 79}, {45, 48}, {70, 71}}, Runs{{49, 50}}, Runs{{55, 64}}}) {
+    for (const auto& [first, last] : record)
+      for (int slot = first; slot <= last; ++slot) out << slots[slot] << ' ';
+    out << '\n';
+  }
+  return out.str();
+}
 
 MaterialCards MaterialCards::isotropic(double modulus, double nu, double density) {
   MaterialCards m;

@@ -29,6 +29,9 @@ struct MaterialCards {
   std::vector<std::array<double, 2>> stressStrain;  ///< points of hardening curve 5
 };
 
+/// Records 4 to 9 of a material; slots without a value are 0.
+std::string slotRecords(std::map<int, double> slots);
+
 struct LayerCards {
   double fraction = 1.0;
   Vector3 angles{};

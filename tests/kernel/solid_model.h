@@ -5,6 +5,7 @@
 #include <span>
 #include <vector>
 
+#include "composite/point_model.h"
 #include "kernel/solid3d/solid3d.h"
 #include "model/model.h"
 
@@ -47,15 +48,7 @@ inline Model solidModel(const std::vector<Point>& nodes, const std::vector<std::
   }
   model.positions = ElementPositions(mesh);
   model.vectors = ElementVectors(mesh.NELEM(), 24, false);
-  Layer layer;
-  layer.TYLAY = "P";
-  layer.kind = LayerKind::parallel;
-  layer.PVLAY = 1.0;
-  layer.components = {{.LCPRO = 1, .PARTV = 1.0, .LOCMA = 1}};
-  Composite composite;
-  composite.layers = {layer};
-  composite.NUMAT = 2;
-  model.composites.all = {composite};
+  model.composites.all = {plainComposite(1)};
   model.materials.all = {material};
   model.working.TDISP.assign(3 * static_cast<std::size_t>(mesh.NTOTV), 0.0);
   model.loadStep.ACTIV = {1, 1};

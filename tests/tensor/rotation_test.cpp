@@ -1,15 +1,18 @@
-// Rotation of stresses, strains and constitutive matrices.
+// Tensors and constitutive matrices in turned axes, and between the reference and the current configuration.
 #include "tensor/rotation.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 
+#include "tensor/configuration.h"
+
 namespace zema {
 namespace {
 
 constexpr double tolerance = 1.0e-13;
 const std::array<double, 3> skewAngles{25.0, 40.0, -70.0};
+constexpr Matrix<3> someGradient{{1.1, 0.3, -0.1, 0.2, 0.9, 0.25, -0.15, 0.05, 1.2}};
 const Stress<6> someStress{{3.0, -1.0, 0.5, 2.0, -0.75, 1.25}};
 const Strain<6> someStrain{{1.0, 0.2, -0.6, -0.4, 0.8, 0.3}};
 
@@ -81,20 +84,62 @@ TEST(Rotation, TurnedMatrixGivesTheTurnedStress) {
   expectNear(CALTEN(C, someStrain).values, viaLocalAxes.values, 1.0e-12);
 }
 
-TEST(Rotation, PlaneTensorsTurnLikeThoseInSpace) {
+TEST(Rotation, TinyAnglesAreNoRotation) {
+  EXPECT_TRUE(Rotation<6>({3.0e-5, 0.0, 0.0}).none());
+  EXPECT_FALSE(Rotation<6>({4.0e-5, 0.0, 0.0}).none());
+}
+
+TEST(Configuration, ThereAndBack) {
+  Stress<6> stress = someStress;
+  Strain<6> strain = someStrain;
+
+  PFB_STR(stress, someGradient, TensorMove::stressForward);
+  PFB_STR(stress, someGradient, TensorMove::stressBack);
+  PFB_STR(strain, someGradient, TensorMove::strainForward);
+  PFB_STR(strain, someGradient, TensorMove::strainBack);
+
+  expectNear(stress.values, someStress.values);
+  expectNear(strain.values, someStrain.values);
+}
+
+TEST(Configuration, MatrixCodesComeInPairs) {
+  for (const auto& [there, back] :
+       {std::pair{MatrixMove::forward, MatrixMove::back}, std::pair{MatrixMove::strainForward, MatrixMove::strainBack},
+        std::pair{MatrixMove::stressForward, MatrixMove::stressBack}}) {
+    Matrix<6> C = someMatrix();
+
+    PFB_C(C, someGradient, there);
+    EXPECT_GT(std::abs(C(0, 0) - someMatrix()(0, 0)), 0.1);
+    PFB_C(C, someGradient, back);
+
+    expectNear(C.values, someMatrix().values, 1.0e-11);
+  }
+}
+
+TEST(Configuration, MovedMatrixGivesTheMovedStress) {
+  Stress<6> moved = CALTEN(someMatrix(), someStrain);
+  PFB_STR(moved, someGradient, TensorMove::stressForward);
+  Strain<6> strain = someStrain;
+  PFB_STR(strain, someGradient, TensorMove::strainForward);
+  Matrix<6> C = someMatrix();
+
+  PFB_C(C, someGradient, MatrixMove::forward);
+
+  expectNear(CALTEN(C, strain).values, moved.values, 1.0e-11);
+}
+
+TEST(PlaneTensors, TurnAndMoveLikeThoseInSpace) {
   const std::array<double, 3> angles{35.0, 0.0, 0.0};
+  constexpr Matrix<3> F{{1.1, 0.3, 0.0, 0.2, 0.9, 0.0, 0.0, 0.0, 1.2}};
   Strain<4> plane{{1.0, 0.2, -0.6, -0.4}};
   Strain<6> space{{1.0, 0.2, -0.6, -0.4, 0.0, 0.0}};
 
   ROTV(plane, Rotation<4>(angles), Direction::toLocal);
   ROTV(space, Rotation<6>(angles), Direction::toLocal);
+  PFB_STR(plane, F, TensorMove::strainForward);
+  PFB_STR(space, F, TensorMove::strainForward);
 
-  for (int i = 0; i < 4; ++i) EXPECT_NEAR(plane[i], space[i], tolerance);
-}
-
-TEST(Rotation, TinyAnglesAreNoRotation) {
-  EXPECT_TRUE(Rotation<6>({3.0e-5, 0.0, 0.0}).none());
-  EXPECT_FALSE(Rotation<6>({4.0e-5, 0.0, 0.0}).none());
+  for (int i = 0; i < 4; ++i) EXPECT_NEAR(plane[i], space[i], 1.0e-13);
 }
 
 }  // namespace
