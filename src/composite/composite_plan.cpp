@@ -17,13 +17,19 @@ std::string layerName(int c, std::size_t l) {
 /// N0 of a short-fibre layer.
 double parallelShare(const Model& model, const Layer& layer, const std::string& where) {
   const int fibre = layer.components[1].LCPRO, matrix = layer.components[2].LCPRO;
+  std::ostringstream text;
+  text << where << "the fibre of material " << fibre;
+  const double radius = model.materials(fibre)(slot::fibreRadius);
+  if (!(radius > 0.0)) {
+    text << " has the radius " << radius << " (slot 32), which is to be above 0";
+    throw InputFault(text.str());
+  }
   const double length = transferLengths(layer, model.materials(fibre), model.materials(matrix));
   const double N0 = NPARORI(length);
   if (N0 >= 0.0) return N0;  // not a number neither
-  std::ostringstream text;
-  text << where << "the fibre of material " << fibre << " (radius " << model.materials(fibre)(slot::fibreRadius)
-       << ", length " << model.materials(fibre)(slot::fibreLength) << ", slots 32 and 33) is too short for matrix "
-       << matrix << ": cosh(beta L) is to be 3 or more, beta L = " << length
+  text << " (radius " << radius << ", length " << model.materials(fibre)(slot::fibreLength)
+       << ", slots 32 and 33) is too short for matrix " << matrix
+       << ": cosh(beta L) is to be 3 or more, beta L = " << length
        << ". Give a longer or thinner fibre, or a stiffer matrix";
   throw InputFault(text.str());
 }

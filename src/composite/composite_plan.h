@@ -39,7 +39,8 @@ struct CompositePlan {
 };
 
 /// Makes the plan of composite c (number from 1). Throws InputFault when a material's law is not in this build, when a
-/// component names a material that has no card, and when the fibres of a short-fibre layer are too short.
+/// component names a material that has no card, and when the fibres of a short-fibre layer are too short or have
+/// no radius.
 template <int N>
 [[nodiscard]] CompositePlan<N> planOf(const Model& model, int c);
 

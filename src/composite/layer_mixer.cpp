@@ -65,10 +65,10 @@ ComponentRecords LayerInput<N>::recordsOf(const ComponentPlan<N>& component) con
 
 template <int N>
 ComponentResult<N> updateComponent(const ComponentPlan<N>& component, const LayerInput<N>& input,
-                                   const ComponentStrain<N>& strain) {
+                                   const ComponentStrain<N>& strain, const PassContext& pass) {
   const Material& material = input.materials[static_cast<std::size_t>(component.material - 1)];
   const PointPlace place{input.e + 1, input.point + 1, input.layer + 1, component.record};
-  return MODUCO<N>(input.pass, input.geometry, place, {material, input.elasticOf(component), component.law}, strain,
+  return MODUCO<N>(pass, input.geometry, place, {material, input.elasticOf(component), component.law}, strain,
                    input.recordsOf(component));
 }
 
@@ -76,7 +76,7 @@ template <int N>
 MixedPoint<N> P_MNGER(const LayerPlan<N>& layer, const LayerInput<N>& input) {
   MixedPoint<N> mixed;
   for (const ComponentPlan<N>& component : layer.components) {
-    const ComponentResult<N> result = updateComponent(component, input, input.strain);
+    const ComponentResult<N> result = updateComponent(component, input, input.strain, input.pass);
     mixed.stress.add(component.VOLFMAT, result.stress);
     mixed.addComponent(component.VOLFMAT, component, result, input);
   }
@@ -92,8 +92,10 @@ template struct MixedPoint<4>;
 template struct MixedPoint<6>;
 template struct LayerInput<4>;
 template struct LayerInput<6>;
-template ComponentResult<4> updateComponent(const ComponentPlan<4>&, const LayerInput<4>&, const ComponentStrain<4>&);
-template ComponentResult<6> updateComponent(const ComponentPlan<6>&, const LayerInput<6>&, const ComponentStrain<6>&);
+template ComponentResult<4> updateComponent(const ComponentPlan<4>&, const LayerInput<4>&, const ComponentStrain<4>&,
+                                            const PassContext&);
+template ComponentResult<6> updateComponent(const ComponentPlan<6>&, const LayerInput<6>&, const ComponentStrain<6>&,
+                                            const PassContext&);
 template MixedPoint<4> P_MNGER(const LayerPlan<4>&, const LayerInput<4>&);
 template MixedPoint<6> P_MNGER(const LayerPlan<6>&, const LayerInput<6>&);
 

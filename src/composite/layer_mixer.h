@@ -50,12 +50,14 @@ struct LayerInput {
     return elastic[static_cast<std::size_t>(component.material - 1)];
   }
   [[nodiscard]] ComponentRecords recordsOf(const ComponentPlan<N>& component) const;
+  /// Whether the laws run in the current configuration.
+  [[nodiscard]] bool pushed() const { return pass.pushes(geometry.NTYPE); }
 };
 
-/// `MODUCO` of a component of a layer, with a strain in layer axes.
+/// `MODUCO` of a component of a layer, with a strain in layer axes. pass: stands for that of the input.
 template <int N>
 [[nodiscard]] ComponentResult<N> updateComponent(const ComponentPlan<N>& component, const LayerInput<N>& input,
-                                                 const ComponentStrain<N>& strain);
+                                                 const ComponentStrain<N>& strain, const PassContext& pass);
 
 /// `P_MNGER`: components that share the strain; stresses, states and tangents are added with VOLFMAT. All in layer
 /// axes.

@@ -68,7 +68,8 @@ SerialComponent<N>::SerialComponent(const ComponentPlan<N>& plan_, const LayerIn
 
 template <int N>
 SerialIteration<N>::SerialIteration(const SerialPair<N>& pair, const LayerInput<N>& input)
-    : pair_(pair), input_(input), matrix_(pair.matrix, input), fibre_(pair.fibre, input) {
+    : pair_(pair), input_(input), pass_(input.pass), matrix_(pair.matrix, input), fibre_(pair.fibre, input) {
+  if (movesGradient()) pass_.KTANP = 0;
   predict();
 }
 
@@ -92,17 +93,22 @@ template <int N>
 void SerialIteration<N>::updateComponents() {
   fibre_.strain = pair_.rule.fibreStrain(input_.strain.STRAT, matrix_.strain);
   for (SerialComponent<N>* const component : {&matrix_, &fibre_}) {
-    ComponentStrain<N> strain = input_.strain;
-    strain.STRAT = component->strain;
-    strain.STRAN = component->strain - component->start;
-    strain.VSTRAT = component->rate;
-    component->result = updateComponent(component->plan, input_, strain);
+    updateComponent(*component, pass_);
     if (component->result.elasticMatrix) {
       component->C.takeElastic();
     } else {
       component->C.take(input_.recordsOf(component->plan).trialInternal);
     }
   }
+}
+
+template <int N>
+void SerialIteration<N>::updateComponent(SerialComponent<N>& component, const PassContext& pass) {
+  ComponentStrain<N> strain = input_.strain;
+  strain.STRAT = component.strain;
+  strain.STRAN = component.strain - component.start;
+  strain.VSTRAT = component.rate;
+  component.result = zema::updateComponent(component.plan, input_, strain, pass);
 }
 
 /// What the test compares the difference with: the smaller of the two stresses, or of the stresses that the tangents
@@ -160,6 +166,19 @@ void SerialIteration<N>::correct(const Stress<N>& difference, double size, int i
 
 template <int N>
 void SerialIteration<N>::solve() {
+  iterate();
+  if (!movesGradient()) return;
+  for (SerialComponent<N>* const component : {&matrix_, &fibre_}) {
+    updateComponent(*component, input_.pass);
+    component->ofGradient =
+        OBCTAN(input_.recordsOf(component->plan).trialInternal, input_.elasticOf(component->plan).axes);
+    for (std::size_t i = 0; i < component->ofGradient.values.size(); ++i)
+      component->ofGradient.values[i] -= component->C().values[i];
+  }
+}
+
+template <int N>
+void SerialIteration<N>::iterate() {
   // Once the test is met, corrections go on as long as they help: to where the tangent is the derivative of the stress.
   constexpr double negligible = 1.0e-10;
   constexpr double helps = 0.5;
@@ -190,7 +209,28 @@ template <int N>
 Matrix<N> SerialIteration<N>::tangent() const {
   Matrix<N> share;
   if (!pair_.rule.matrixShare(matrix_.C(), fibre_.C(), share)) share = pair_.elasticShare;
-  return pair_.rule.CCOMP(matrix_.C(), fibre_.C(), share);
+  Matrix<N> C = pair_.rule.CCOMP(matrix_.C(), fibre_.C(), share);
+  if (movesGradient()) addGradientPart(C);
+  return C;
+}
+
+template <int N>
+void SerialIteration<N>::addGradientPart(Matrix<N>& C) const {
+  const SerialParallelRule<N>& rule = pair_.rule;
+  for (int j = 0; j < N; ++j) {
+    Stress<N> ofMatrix, ofFibre;
+    for (int i = 0; i < N; ++i) {
+      ofMatrix[i] = matrix_.ofGradient(i, j);
+      ofFibre[i] = fibre_.ofGradient(i, j);
+    }
+    Strain<N> shift;  // of the matrix strain, to keep the serial stresses equal
+    if (rule.hasSerial() && rule.matrixCorrection(matrix_.C(), fibre_.C(), ofMatrix - ofFibre, shift)) {
+      ofMatrix += CALTEN(matrix_.C(), shift);
+      ofFibre += CALTEN(fibre_.C(), rule.fibreStrain({}, shift));
+    }
+    const Stress<N> ofLayer = rule.stress(ofMatrix, ofFibre);
+    for (int i = 0; i < N; ++i) C(i, j) += ofLayer[i];
+  }
 }
 
 template <int N>

@@ -47,7 +47,8 @@ struct SerialComponent {
   Strain<N> start;            ///< strain of the last converged state
   Strain<N> strain;           ///< current strain
   Strain<N> rate;             ///< rate of strain
-  ComponentTangent<N> C;      ///< current tangent
+  ComponentTangent<N> C;      ///< current tangent, at a constant deformation gradient
+  Matrix<N> ofGradient;       ///< KTANP 2: what the deformation gradient adds to it
   ComponentResult<N> result;  ///< of the current strain
 };
 
@@ -67,12 +68,19 @@ class SerialIteration {
   [[nodiscard]] const SerialComponent<N>& matrix() const { return matrix_; }
   [[nodiscard]] const SerialComponent<N>& fibre() const { return fibre_; }
   [[nodiscard]] bool elasticMatrix() const { return matrix_.C.isElastic() && fibre_.C.isElastic(); }
-  /// Tangent of the pair, d stress / d strain of the layer.
+  /// Tangent of the pair, d stress / d strain of the layer; call it after `solve`.
   [[nodiscard]] Matrix<N> tangent() const;
 
  private:
+  void iterate();
   void predict();
   void updateComponents();
+  void updateComponent(SerialComponent<N>& component, const PassContext& pass);
+  /// Whether tangents hold the part of the stress. The gradient is the layer's and stays when the components share the
+  /// strain of the layer in another way: the iteration has no use for that part.
+  [[nodiscard]] bool movesGradient() const { return input_.pass.KTANP == 2 && input_.pushed(); }
+  /// Adds to a tangent what the deformation gradient of the layer does to the stresses and to the sharing of strain.
+  void addGradientPart(Matrix<N>& C) const;
   /// Moves the matrix strain by a Newton correction or, when the one before made the difference larger for too long,
   /// back along it.
   void correct(const Stress<N>& difference, double size, int iteration);
@@ -84,6 +92,7 @@ class SerialIteration {
 
   const SerialPair<N>& pair_;
   const LayerInput<N>& input_;
+  PassContext pass_;  // that of the input, with tangents at a constant deformation gradient
   SerialComponent<N> matrix_;
   SerialComponent<N> fibre_;
   Strain<N> base_;         // matrix strain from which the last correction started

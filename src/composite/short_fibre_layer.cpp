@@ -30,7 +30,7 @@ MixedPoint<N> NT_MNGER(const LayerPlan<N>& layer, const LayerInput<N>& input) {
   const auto shares = shortFibreShares(part[0].VOLFMAT, part[1].VOLFMAT, part[2].VOLFMAT, parallelShare);
   MixedPoint<N> mixed;
   for (std::size_t k = 0; k < 3; ++k) {
-    const ComponentResult<N> result = updateComponent(part[k], input, input.strain);
+    const ComponentResult<N> result = updateComponent(part[k], input, input.strain, input.pass);
     mixed.stress.add(shares[k], result.stress);
     mixed.addComponent(shares[k], part[k], result, input);
   }

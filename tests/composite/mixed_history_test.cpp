@@ -31,6 +31,18 @@ Material sampleOf(Law law, double E) {
   return material;
 }
 
+/// The upper triangle F with F^T F = I + 2 E: a deformation gradient that goes with a Green-Lagrange strain.
+Matrix<3> gradientOf(const Strain<6>& E) {
+  Matrix<3> F;
+  F(0, 0) = std::sqrt(1.0 + 2.0 * E[0]);
+  F(0, 1) = E[2] / F(0, 0);
+  F(0, 2) = E[4] / F(0, 0);
+  F(1, 1) = std::sqrt(1.0 + 2.0 * E[1] - F(0, 1) * F(0, 1));
+  F(1, 2) = (E[5] - F(0, 1) * F(0, 2)) / F(1, 1);
+  F(2, 2) = std::sqrt(1.0 + 2.0 * E[3] - F(0, 2) * F(0, 2) - F(1, 2) * F(1, 2));
+  return F;
+}
+
 /// One element of each composite, updated along histories of strain.
 template <int N>
 struct History {
@@ -49,8 +61,9 @@ struct History {
   }
   Stress<N> stress(int e, const Strain<N>& strain) {
     const auto before = Strain<N>::from(std::as_const(model.points).mechanical(StateSlot::committed, e, 0, 0), N);
-    const auto result =
-        block.RESI2D(model, {.e = e, .STRAT = strain, .STRAN = strain - before, .VSTRAT = {}, .dV = 0.125});
+    PointUpdate<N> update{.e = e, .STRAT = strain, .STRAN = strain - before, .VSTRAT = {}, .dV = 0.125};
+    if constexpr (N == 6) update.F = gradientOf(strain);
+    const auto result = block.RESI2D(model, update);
     sums = result.sums;
     return result.STRSG;
   }
@@ -185,6 +198,26 @@ TEST(MixedHistory, EqualComponentsParallelFlagsAndTurnedAxes) {
   for (const int law : laws) {
     checkReductions<6>(Law{law});
     checkReductions<4>(Law{law});
+  }
+}
+
+TEST(MixedHistory, TangentOfLargeStrainInTheCurrentConfigurationIsTheDerivative) {
+  for (const Law law : {Law::elastic, Law::backwardEuler, Law::generalDamage}) {
+    Material fibre = isotropicMaterial(40.0e3, 0.2);
+    fibre(slot::fibreRadius) = 1.0;
+    fibre(slot::fibreLength) = 50.0;
+    Composite turned = serialParallel(1, 2, 0.4, fibreAlongX<6>());
+    turned.layers[0].LAEULER = {30.0, 20.0, 10.0};
+    History<6> history({sampleOf(law, 3.0e3), fibre}, {turned, shortFibre(1, 2, 0.5, 0.2, 0.3)});
+    history.model.control.LARGE = 1;
+    history.model.control.KPUSH = history.model.control.KTANP = 2;
+    history.block.IMPORTINFON1(history.model);
+    const Strain<6> strain{{0.01, 0.03, 0.02, -0.01, 0.015, -0.02}};
+    for (const int e : {0, 1}) {
+      (void)history.stress(e, strain);
+      const Matrix<6> C = history.tangent(e);
+      EXPECT_LT(distance(C, history.difference(e, strain, 1.0e-7)), 1.0e-6 * C(0, 0)) << static_cast<int>(law) << e;
+    }
   }
 }
 
