@@ -46,27 +46,6 @@ TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrain
         std::ranges::equal(model.points.mechanical(StateSlot::committed, 0, 0, component), trial(model, 0, component)));
 }
 
-TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
-  Material material = orthotropicMaterial();
-  material(slot::frictionAngle) = 0.5;
-  material(slot::yieldStress) = 30.0;
-  Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, skewAngles}});
-  const ConstitutiveBlock<6> block(model);
-
-  block.ZERO(model);
-
-  for (const StateSlot slot : {StateSlot::committed, StateSlot::trial}) {
-    const auto component = model.points.internal(slot, 0, 0, 1);
-    EXPECT_EQ(component[internal::frictionAngle], 0.5);
-    EXPECT_EQ(component[internal::reducedYieldStress], 30.0);
-    EXPECT_EQ(component[internal::count + 1], block.materialRecord(1).VDMANX(0, 1));
-    const auto whole = model.points.internal(slot, 0, 0, 0);
-    EXPECT_EQ(whole[internal::yieldStress], 0.0);
-    EXPECT_EQ(whole[internal::elasticFlag], 1.0);
-    EXPECT_EQ(whole[internal::count + 1], block.compositeRecord(1).VDMANX(0, 1));
-  }
-}
-
 TEST(ConstitutiveBlock, InactiveStepKeepsTheStateWithoutStressAndStrain) {
   Model model = pointModel<6>({isotropicMaterial(1000.0, 0.25)}, {plainComposite(1)}, {{1, noAngles}});
   const ConstitutiveBlock<6> block(model);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 #include <numbers>
 #include <random>
 
@@ -263,24 +264,30 @@ TEST(EveryLaw, ThousandRandomHistoriesStayFinite) {
   }
 }
 
+/// Runs one case in step with another view of it: as strains are seen there, and as stresses are seen back here.
+template <class There, class Back>
+void expectSame(const LawCase& one, SamplePoint<6> other, unsigned seed, There there, Back back) {
+  SCOPED_TRACE(one.name);
+  SamplePoint<6> point = pointOf<6>(one);
+  for (const Strain<6>& strain : randomPath<6>(seed, 8, one.step())) {
+    const Stress<6> stress = point.update(strain).stress;
+    ASSERT_LT(distance(stress, back(other.update(there(strain)).stress)), one.frameError * 10.0 * strength);
+    point.commit();
+    other.commit();
+  }
+}
+
 TEST(EveryLaw, TurnsWithItsFrame) {
   const Rotation<6> turn({25.0, 40.0, -70.0});
+  const auto turned = [&turn](auto vector, Direction direction) {
+    ROTV(vector, turn, direction);
+    return vector;
+  };
   for (const LawCase& one : allCases()) {
     if (!one.turns) continue;
-    SCOPED_TRACE(one.name);
-    SamplePoint<6> straight = pointOf<6>(one), turned = pointOf<6>(one);
-    for (const Strain<6>& strain : randomPath<6>(7, 8, one.step())) {
-      Strain<6> inTurnedFrame = strain;
-      ROTV(inTurnedFrame, turn, Direction::toLocal);
-
-      Stress<6> stress = straight.update(strain).stress;
-      const Stress<6> turnedStress = turned.update(inTurnedFrame).stress;
-
-      ROTV(stress, turn, Direction::toLocal);
-      ASSERT_LT(distance(stress, turnedStress), one.frameError * 10.0 * strength);
-      straight.commit();
-      turned.commit();
-    }
+    expectSame(
+        one, pointOf<6>(one), 7, [&](const Strain<6>& strain) { return turned(strain, Direction::toLocal); },
+        [&](const Stress<6>& stress) { return turned(stress, Direction::toGlobal); });
   }
 }
 
@@ -299,20 +306,11 @@ LawCase inOtherUnits(LawCase one, double s, double L) {
 TEST(EveryLaw, GivesTheSameAnswerInOtherUnits) {
   constexpr double s = 1.0e6, L = 1.0e-3;  // N and mm to N and m
   for (const LawCase& one : allCases()) {
-    SCOPED_TRACE(one.name);
-    SamplePoint<6> here = pointOf<6>(one), there = pointOf<6>(inOtherUnits(one, s, L));
+    SamplePoint<6> there = pointOf<6>(inOtherUnits(one, s, L));
     there.geometry.FRACL *= L;
     there.geometry.dV *= L * L * L;
     there.geometry.TVOLU *= L * L * L;
-    for (const Strain<6>& strain : randomPath<6>(11, 8, one.step())) {
-      const Stress<6> stress = here.update(strain).stress;
-
-      const Stress<6> converted = (1.0 / s) * there.update(strain).stress;
-
-      ASSERT_LT(distance(stress, converted), one.frameError * 10.0 * strength);
-      here.commit();
-      there.commit();
-    }
+    expectSame(one, there, 11, std::identity{}, [](const Stress<6>& stress) { return (1.0 / s) * stress; });
   }
 }
 

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
 #include <sstream>
 
 #include "jobs/job_runner.h"
@@ -21,18 +20,6 @@ struct ExpectedValue {
   int component = 0;     ///< column, from 1
   double value = 0.0;
 };
-
-std::filesystem::path exampleFolder(const std::string& name) {
-  return std::filesystem::path(ZEMA_SOURCE) / "examples" / name;
-}
-
-std::string readFile(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  EXPECT_TRUE(in.good()) << path;
-  std::ostringstream all;
-  all << in.rdbuf();
-  return all.str();
-}
 
 std::vector<ExpectedValue> readExpected(const std::string& name) {
   std::istringstream in(readFile(exampleFolder(name) / "expected.csv"));
@@ -84,16 +71,6 @@ TEST_P(Example, GivesTheValuesThatStandBesideItsDeck) {
     ASSERT_NE(block, nullptr) << expected.block << ", number " << expected.increment;
     EXPECT_NEAR(valueOf(*block, expected), expected.value, tolerance * largest(*block));
   }
-}
-
-/// The folders with an example.
-std::vector<std::string> exampleNames() {
-  std::vector<std::string> names;
-  for (const auto& entry : std::filesystem::directory_iterator(exampleFolder("")))
-    if (entry.is_directory() && !entry.path().filename().string().starts_with("_"))
-      names.push_back(entry.path().filename().string());
-  std::ranges::sort(names);
-  return names;
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Example, testing::ValuesIn(exampleNames()),

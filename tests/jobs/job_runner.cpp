@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstdio>
@@ -66,10 +67,27 @@ void JobFolder::write(const std::string& name, const std::string& text) const {
 }
 
 std::string JobFolder::read(const std::string& name) const {
-  std::ifstream in(path_ / name, std::ios::binary);
+  return readFile(path_ / name);
+}
+
+std::string readFile(const std::filesystem::path& path) {
+  std::ifstream in(path, std::ios::binary);
   std::ostringstream all;
   all << in.rdbuf();
   return all.str();
+}
+
+std::filesystem::path exampleFolder(const std::string& name) {
+  return std::filesystem::path(ZEMA_SOURCE) / "examples" / name;
+}
+
+std::vector<std::string> exampleNames() {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::directory_iterator(exampleFolder("")))
+    if (entry.is_directory() && !entry.path().filename().string().starts_with("_"))
+      names.push_back(entry.path().filename().string());
+  std::ranges::sort(names);
+  return names;
 }
 
 JobOutcome runJob(const JobFolder& folder, const std::string& deck, const std::string& limits) {

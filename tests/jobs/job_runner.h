@@ -26,6 +26,14 @@ class JobFolder {
   std::filesystem::path path_;
 };
 
+/// The text of a file.
+std::string readFile(const std::filesystem::path& path);
+
+/// The folder of an example.
+std::filesystem::path exampleFolder(const std::string& name);
+/// The names of all examples, in order.
+std::vector<std::string> exampleNames();
+
 /// How the program ended.
 struct JobOutcome {
   int status = -1;      ///< exit status; 128 + signal when it was killed

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <cstdlib>
-#include <fstream>
 #include <sstream>
 
 #include "jobs/job_runner.h"
@@ -11,11 +10,6 @@
 
 namespace zema::test {
 namespace {
-
-std::string readFile(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
 
 /// Lines of a file without those that may differ: times of day and the mark of a restart.
 std::string comparable(const std::string& text) {
@@ -104,13 +98,11 @@ TEST(Restart, EveryStopOfEverySolverGoesOnToTheSameBits) {
 }
 
 TEST(Restart, EveryExampleStopsAtEachThird) {
-  for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(ZEMA_SOURCE) / "examples")) {
-    const std::string name = entry.path().filename().string();
-    if (!entry.is_directory() || !std::filesystem::exists(entry.path() / (name + ".dts"))) continue;
+  for (const std::string& name : exampleNames()) {
     SCOPED_TRACE(name);
-    const Cards cards(readFile(entry.path() / (name + ".dts")));
+    const Cards cards(readFile(exampleFolder(name) / (name + ".dts")));
     const std::size_t n = cards.ends.size();
-    if (n < 2 || std::filesystem::exists(entry.path() / (name + ".din"))) continue;
+    if (n < 2 || std::filesystem::exists(exampleFolder(name) / (name + ".din"))) continue;
     stopAndGoOn(cards, n < 3 ? std::vector<std::size_t>{1} : std::vector<std::size_t>{n / 3, 2 * n / 3});
   }
 }

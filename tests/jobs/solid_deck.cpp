@@ -1,62 +1,72 @@
 // Writes decks card by card.
 #include "jobs/solid_deck.h"
 
+#include <algorithm>
+#include <concepts>
+#include <ranges>
 #include <sstream>
 
 namespace zema::test {
 
 namespace {
 
+template <class Item>
+void put(std::ostream& out, const Item& item) {
+  if constexpr (std::ranges::range<Item> && !std::convertible_to<Item, std::string>)
+    for (const auto& one : item) put(out, one);
+  else
+    out << item << ' ';
+}
+
+/// Writes a card: items and ranges of them, with blanks between them.
+template <class... Items>
+void card(std::ostream& out, const Items&... items) {
+  (put(out, items), ...);
+  out.seekp(-1, std::ios::cur);
+  out << '\n';
+}
+
 void writeHead(std::ostream& out, const SolidDeck& deck) {
   int steps = 1;
   for (const ElementCard& element : deck.elements) steps = std::max(steps, element.step);
   std::size_t layers = 1;
   for (const auto& composite : deck.composites) layers = std::max(layers, composite.size());
-  out << "MEC3D\n"
-      << deck.KPATH << ' ' << deck.LARGE << ' ' << deck.KTANP << ' ' << deck.KPUSH << ' ' << deck.ISIME
-      << "\nSTART1\n'a test job'\n"
-      << deck.nodes.size() << ' ' << deck.elements.size() << ' ' << deck.composites.size() << ' ' << layers << ' '
-      << deck.materials.size() << ' ' << steps << " 1000000 " << deck.KMASS << ' ' << deck.NSOLV << ' ' << deck.KRENU
-      << " 0 1 0 0\n"
-      << (deck.NSOLV == 3 ? deck.gmres + "\n" : "");
+  out << "MEC3D\n";
+  card(out, deck.KPATH, deck.LARGE, deck.KTANP, deck.KPUSH, deck.ISIME);
+  out << "START1\n'a test job'\n";
+  card(out, deck.nodes.size(), deck.elements.size(), deck.composites.size(), layers, deck.materials.size(), steps,
+       1000000, deck.KMASS, deck.NSOLV, deck.KRENU, "0 1 0 0");
+  if (deck.NSOLV == 3) card(out, deck.gmres);
 }
 
 void writeElements(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
-  for (const ElementCard& element : deck.elements) {
-    out << ++number << ' ' << element.composite << " 0 " << element.FRACL << " 6 " << element.step << ' '
-        << element.nodes.size() << ' ' << (element.nodes.size() == 4 ? 1 : 2) << ' ' << element.NINTE;
-    for (const int node : element.nodes) out << ' ' << node;
-    for (const double angle : element.angles) out << ' ' << angle;
-    out << '\n';
-  }
+  for (const ElementCard& element : deck.elements)
+    card(out, ++number, element.composite, 0, element.FRACL, 6, element.step, element.nodes.size(),
+         element.nodes.size() == 4 ? 1 : 2, element.NINTE, element.nodes, element.angles);
 }
 
 void writeComposites(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
   for (const auto& composite : deck.composites) {
-    out << ++number << ' ' << composite.size() << '\n';
+    card(out, ++number, composite.size());
     for (const LayerCards& layer : composite) {
-      out << layer.word << ' ' << layer.fraction << ' ' << layer.angles[0] << ' ' << layer.angles[1] << ' '
-          << layer.angles[2] << '\n';
-      if (layer.word == "P") out << layer.components.size();
-      for (const auto& [material, fraction] : layer.components) out << ' ' << material << ' ' << fraction;
-      for (const int flag : layer.flags) out << ' ' << flag;
-      out << '\n';
+      card(out, layer.word, layer.fraction, layer.angles);
+      if (layer.word == "P") put(out, layer.components.size());
+      for (const auto& [material, fraction] : layer.components) out << material << ' ' << fraction << ' ';
+      card(out, layer.flags);
     }
   }
 }
 
 void writeNodes(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
-  for (const Vector3& node : deck.nodes) {
-    out << ++number << ' ' << node[0] << ' ' << node[1] << ' ' << node[2] << '\n';
-  }
+  for (const Vector3& node : deck.nodes) card(out, ++number, node);
 }
 
 void writeCurve(std::ostream& out, const std::vector<std::array<double, 2>>& curve) {
-  out << curve.size() << '\n';
-  for (const auto& [temperature, value] : curve) out << temperature << ' ' << value << '\n';
+  card(out, curve.size());
+  for (const auto& point : curve) card(out, point);
 }
 
 /// The slots of a material as its records give them.
@@ -74,61 +84,50 @@ void writeMaterials(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
   for (const MaterialCards& m : deck.materials) {
     out << "material\n" << ++number << '\n';
-    for (const int code : m.codes) out << code << ' ';
-    out << '\n' << slotRecords(slotsOf(m));
+    card(out, m.codes);
+    out << slotRecords(slotsOf(m));
     writeCurve(out, m.youngCurve);
     writeCurve(out, m.poissonCurve);
     writeCurve(out, m.yieldCurve);
-    for (const auto& [strain, stress] : m.stressStrain) out << strain << ' ' << stress << '\n';
+    for (const auto& point : m.stressStrain) card(out, point);
   }
   out << "end of materials\n";
 }
 
-void writeIncrement(std::ostream& out, const Increment& card) {
-  out << card.repeat << ' ' << card.factor << ' ' << card.time << ' ' << card.tolerance << ' ' << card.iterations;
-  for (const int code : card.output) out << ' ' << code;
-  out << ' ' << card.algorithm << ' ' << card.arc << " 0";
-  for (const int code : card.post) out << ' ' << code;
-  out << " 16*0\n";
-}
-
 void writeLoads(std::ostream& out, const SolidDeck& deck, const LoadStepCards& step) {
   int increments = 0;
-  for (const Increment& card : step.increments) increments += card.repeat;
-  out << "load step\n" << step.activeSteps.size();
-  for (const int active : step.activeSteps) out << ' ' << active;
-  out << '\n'
-      << step.KLOAD << ' ' << increments << ' ' << (step.pointLoads.empty() ? 0 : 1) << ' '
-      << (step.gravity == 0.0 ? 0 : 1) << ' ' << (step.faces.empty() ? 0 : 1) << ' ' << step.IDINA << ' ' << step.KNEWM
-      << " 0 0 0 " << step.temperature << '\n';
-  if (!step.pointLoads.empty()) {
-    auto loads = step.pointLoads;
-    loads.try_emplace(static_cast<int>(deck.nodes.size()), Vector3{});
-    for (const auto& [node, load] : loads) out << node << '\n' << load[0] << ' ' << load[1] << ' ' << load[2] << '\n';
+  for (const Increment& one : step.increments) increments += one.repeat;
+  out << "load step\n";
+  card(out, step.activeSteps.size(), step.activeSteps);
+  card(out, step.KLOAD, increments, step.pointLoads.empty() ? 0 : 1, step.gravity == 0.0 ? 0 : 1,
+       step.faces.empty() ? 0 : 1, step.IDINA, step.KNEWM, "0 0 0", step.temperature);
+  auto loads = step.pointLoads;
+  if (!loads.empty()) loads.try_emplace(static_cast<int>(deck.nodes.size()), Vector3{});
+  for (const auto& [node, load] : loads) {
+    card(out, node);
+    card(out, load);
   }
   if (step.gravity != 0.0) {
-    out << "0 0 0 " << step.gravity << '\n' << step.gravitySteps.size();
-    for (const int loaded : step.gravitySteps) out << ' ' << loaded;
-    out << '\n';
+    card(out, "0 0 0", step.gravity);
+    card(out, step.gravitySteps.size(), step.gravitySteps);
   }
-  if (!step.faces.empty()) out << step.faces.size() << '\n';
+  if (!step.faces.empty()) card(out, step.faces.size());
   for (const FaceCard& face : step.faces) {
-    out << face.element << '\n' << face.nodes[0] << ' ' << face.nodes[1] << ' ' << face.nodes[2] << '\n';
-    for (int n = 0; n < 3; ++n) out << face.load[0] << ' ' << face.load[1] << ' ' << face.load[2] << ' ';
-    out << '\n';
+    card(out, face.element);
+    card(out, face.nodes);
+    card(out, face.load, face.load, face.load);
   }
   out << "end of loads\n";
 }
 
 void writeStep(std::ostream& out, const SolidDeck& deck, const LoadStepCards& step) {
   writeLoads(out, deck, step);
-  out << step.fixities.size() << " 0\n";
-  for (const FixityCard& card : step.fixities) {
-    out << card.node << ' ' << card.code << ' ' << card.values[0] << ' ' << card.values[1] << ' ' << card.values[2]
-        << '\n';
-  }
+  card(out, step.fixities.size(), 0);
+  for (const FixityCard& one : step.fixities) card(out, one.node, one.code, one.values);
   out << "0\n0\n";
-  for (const Increment& card : step.increments) writeIncrement(out, card);
+  for (const Increment& one : step.increments)
+    card(out, one.repeat, one.factor, one.time, one.tolerance, one.iterations, one.output, one.algorithm, one.arc, 0,
+         one.post, "16*0");
 }
 
 }  // namespace
