@@ -27,8 +27,13 @@ std::span<const double> trial(const Model& model, int e, int component) {
 }
 
 TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrainCarriesSlotOneOver) {
-  Model model = pointModel<6>({isotropicMaterial(1000.0, 0.25)}, {plainComposite(1)}, {{1, noAngles}});
-  const ConstitutiveBlock<6> block(model);
+  Material material = isotropicMaterial(1000.0, 0.25);
+  material(slot::referenceTemperature) = 20.0;
+  material(slot::youngCurvePoints) = 2.0;
+  material.young = {{20.0, 120.0}, {1000.0, 500.0}};
+  Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, noAngles}});
+  ConstitutiveBlock<6> block(model);
+  block.ZERO(model);
   (void)block.RESI2D(model, loading(0, someStrain));
   model.points.commit();
   PointUpdate<6> back = loading(0, {});
@@ -40,10 +45,30 @@ TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrain
     const auto committed = model.points.mechanical(StateSlot::committed, 0, 0, component);
     for (std::size_t i = 0; i < committed.size(); ++i) committed[i] = static_cast<double>(i + 1);
   }
+  block.CALCIN(model, 120.0);
   EXPECT_EQ(block.RESI2D(model, loading(0, {})).STRSG, (Stress<6>{{1.0, 2.0, 3.0, 4.0, 5.0, 6.0}}));
   for (int component = 0; component < 2; ++component)
     EXPECT_TRUE(
         std::ranges::equal(model.points.mechanical(StateSlot::committed, 0, 0, component), trial(model, 0, component)));
+}
+
+TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
+  Material material = orthotropicMaterial();
+  material(slot::frictionAngle) = 0.5;
+  Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, skewAngles}});
+  const ConstitutiveBlock<6> block(model);
+
+  block.ZERO(model);
+
+  for (const StateSlot slot : {StateSlot::committed, StateSlot::trial}) {
+    for (const int component : {0, 1}) {
+      const auto state = model.points.internal(slot, 0, 0, component);
+      EXPECT_EQ(state[internal::frictionAngle], component == 1 ? 0.5 : 0.0);
+      EXPECT_EQ(state[internal::elasticFlag], 1.0);
+      const ElasticRecord<6>& elastic = component == 1 ? block.materialRecord(1) : block.compositeRecord(1);
+      EXPECT_EQ(state[internal::count + 1], elastic.VDMANX(0, 1));
+    }
+  }
 }
 
 TEST(ConstitutiveBlock, InactiveStepKeepsTheStateWithoutStressAndStrain) {
