@@ -50,6 +50,7 @@ TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrain
   for (int component = 0; component < 2; ++component)
     EXPECT_TRUE(
         std::ranges::equal(model.points.mechanical(StateSlot::committed, 0, 0, component), trial(model, 0, component)));
+  EXPECT_NEAR(model.points.internal(StateSlot::trial, 0, 0, 0)[internal::count], 600.0, 1.0e-10);  // of half the E
 }
 
 TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
