@@ -112,9 +112,9 @@ void MENERG(Job& job, Model& model, const Kernel& kernel) {
   if (model.loadStep.dynamic()) {  // in a static one nothing moves, though velocities may be kept for a later step
     formForcePowers(model, monitors);
     formTimePowers(model, kernel, job.workers, monitors);
+    monitors.ENEINT += halfStep * (monitors.POTINT + POTINT);
+    monitors.ENEDIS += halfStep * (monitors.POTDIS + POTDIS);
   }
-  monitors.ENEINT += halfStep * (monitors.POTINT + POTINT);
-  monitors.ENEDIS += halfStep * (monitors.POTDIS + POTDIS);
   if (model.mesh.elements.back().NTYPE < kernel.results().monitors.typesBelow) writePowers(job.listing(), monitors);
 }
 

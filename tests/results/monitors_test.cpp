@@ -45,6 +45,11 @@ TEST_F(MonitorsTest, PowersOfTheAssembledForcesAndTheirTrapezoidalEnergy) {
  Energ. disipada            :        4.500000
 ------------------------------------------------------------------------
 )");
+  model.loadStep.IDINA = 0;
+  MENERG(job, model, *kernel);  // nothing moves
+  EXPECT_EQ(model.monitors.ENEINT, 8.5);
+  EXPECT_EQ(model.monitors.ENEDIS, 4.5);
+  EXPECT_EQ(model.monitors.POTINT, 0.0);
 }
 
 TEST_F(MonitorsTest, DamageByForceComparesAssembledForces) {
