@@ -4,12 +4,12 @@
 
 #include <random>
 
-#include "../tests/constitutive/sample_materials.h"
-#include "../tests/kernel/solid_model.h"
+#include "constitutive/sample_materials.h"
 #include "element/element_stiffness.h"
 #include "element/jacobian.h"
 #include "element/reference_points.h"
 #include "element/strain_measures.h"
+#include "kernel/solid_model.h"
 
 namespace {
 
