@@ -54,12 +54,12 @@ struct Trial {
   Strain<N> flow;       ///< 1.5 s / F: plastic strain for a unit of x
   double t = 0.0;       ///< s . de / F without fatigue
 
-  Trial(const LawInput<N>& input, LawState& state) {
+  Trial(const LawInput<N>& input, LawState& state)
+      : invariants(invariantsOf(input.SIGMA, backStress(input.STRAP(), input.at.material(slot::kinematicSlope)))),
+        criterion(yieldData(input.at.material, state.INTVAR[internal::frictionAngle])),
+        F(PLINVA(invariants, criterion).F) {
     const Material& material = input.at.material;
     const PassContext& pass = input.at.pass;
-    criterion = yieldData(material, state.INTVAR[internal::frictionAngle]);
-    invariants = invariantsOf(input.SIGMA, backStress(input.STRAP(), material(slot::kinematicSlope)));
-    F = PLINVA(invariants, criterion).F;
     if (pass.TCYCL != 0.0) {
       factor = STRFAT(pass, state.fatigue, state.INTVAR[internal::yieldStress], F, material(slot::damageStress),
                       invariants.p);

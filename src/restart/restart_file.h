@@ -46,6 +46,7 @@ class RestartReader final : public Archive {
 
  private:
   struct Close {
+    // NOLINTNEXTLINE(cppcoreguidelines-owning-memory): this is what owns the file
     void operator()(std::FILE* file) const { std::fclose(file); }
   };
 

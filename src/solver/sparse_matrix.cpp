@@ -45,8 +45,8 @@ bool SparseMatrix::isSymmetric() const {
   constexpr double rounding = 1e-12;
   const std::vector<double> d = diagonal(*this);
   // Rows are visited in order, so the entries left of the diagonal are met in order in every row.
-  std::vector<std::int64_t> mirrored;
-  for (int row = 0; row < pattern_->N_PARD(); ++row) mirrored.push_back(pattern_->IA_PARD(row));
+  std::vector<std::int64_t> mirrored(static_cast<std::size_t>(pattern_->N_PARD()));
+  for (int row = 0; row < pattern_->N_PARD(); ++row) mirrored[static_cast<std::size_t>(row)] = pattern_->IA_PARD(row);
   for (int row = 0; row < pattern_->N_PARD(); ++row) {
     auto entry = static_cast<std::size_t>(pattern_->IA_PARD(row));
     for (const int column : pattern_->JA_PARD(row)) {
