@@ -28,8 +28,7 @@ class Return {
         startingKappa_(state.INTVAR[internal::kappa]),
         stress_(problem.trial) {
     yield_.factor = problem.fatigueFactor;
-    MODAUX(input_, stress_, problem_.D, Normals::recomputed, {}, state_, yield_);
-    f_ = yield_.yield.F - std::abs(state_.INTVAR[internal::yieldStress]);
+    evaluateTrial();
   }
 
   [[nodiscard]] double f() const { return f_; }
@@ -92,6 +91,11 @@ class Return {
     for (int i = 0; i < N; ++i)
       for (int j = 0; j < N; ++j) turn[j] += derivative(i, j) * stress_[i];
     return turn;
+  }
+
+  void evaluateTrial() {
+    MODAUX(input_, stress_, problem_.D, Normals::recomputed, {}, state_, yield_);
+    f_ = yield_.yield.F - std::abs(state_.INTVAR[internal::yieldStress]);
   }
 
   /// Takes Qr and step Qb off the stress, with a step cut so that the multiplier stays above 0 and the deviator does

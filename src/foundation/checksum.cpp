@@ -18,7 +18,7 @@ std::uint64_t mixed(std::uint64_t lane, std::uint64_t word) {
 }  // namespace
 
 void Checksum::addBlock(const unsigned char* block) {
-  std::array<std::uint64_t, 4> words;
+  std::array<std::uint64_t, 4> words{};
   std::memcpy(words.data(), block, blockSize);
   for (std::size_t i = 0; i < words.size(); ++i) lanes_[i] = mixed(lanes_[i], words[i]);
 }
