@@ -5,23 +5,11 @@
 #include <vector>
 
 #include "composite/constitutive_block.h"
+#include "constitutive/sample_materials.h"
+#include "point_loop.h"
 
 namespace zema {
 namespace {
-
-Material isotropic(double E, double nu) {
-  Material material;
-  material.given = true;
-  for (const int place : {slot::youngX, slot::youngY, slot::youngZ}) material(place) = E;
-  for (const int place :
-       {slot::poissonXY, slot::poissonYX, slot::poissonXZ, slot::poissonZX, slot::poissonYZ, slot::poissonZY})
-    material(place) = nu;
-  for (const int place : {slot::mapXX, slot::mapYY, slot::mapXY, slot::mapZZ, slot::mapXZ, slot::mapYZ})
-    material(place) = 1.0;
-  material.NCRIT = material.NCRIP = Criterion::vonMises;
-  material.NMATX = TangentChoice::continuous;
-  return material;
-}
 
 Layer layerOf(LayerKind kind, const std::vector<Component>& components) {
   Layer layer;
@@ -36,10 +24,10 @@ Layer layerOf(LayerKind kind, const std::vector<Component>& components) {
 Model bricks(int elements, const Layer& layer) {
   Model model;
   model.NSTR1 = 6;
-  Material fibre = isotropic(72000.0, 0.22);
+  Material fibre = isotropicMaterial(72000.0, 0.22);
   fibre(slot::fibreRadius) = 1.0;
   fibre(slot::fibreLength) = 100.0;
-  model.materials.all = {isotropic(3500.0, 0.35), fibre};
+  model.materials.all = {isotropicMaterial(3500.0, 0.35), fibre};
   const int NUMAT = static_cast<int>(layer.components.size()) + 1;
   model.composites.all = {{{layer}, NUMAT, {}}};
   ElementData element;
@@ -62,20 +50,10 @@ void damageBeginsEarly(Material& material) {
 }
 
 void runPoints(benchmark::State& state, const Layer& layer, bool damaged = false) {
-  const int elements = static_cast<int>(state.range(0));
-  Model model = bricks(elements, layer);
+  Model model = bricks(static_cast<int>(state.range(0)), layer);
   for (ElementData& element : model.mesh.elements) element.FRACL = 1.0;
   if (damaged) damageBeginsEarly(model.materials(1));
-  ConstitutiveBlock<6> block(model);
-  block.ZERO(model);
-  block.IMPORTINFON1(model);
-  const Strain<6> strain{{1.0e-3, -2.0e-4, 5.0e-4, 3.0e-4, -1.0e-4, 2.0e-4}};
-  PointUpdate<6> update{.STRAT = strain, .STRAN = strain, .VSTRAT = {}, .dV = 0.125};
-  for (auto _ : state) {
-    for (update.e = 0; update.e < elements; ++update.e)
-      for (update.point = 0; update.point < 8; ++update.point) benchmark::DoNotOptimize(block.RESI2D(model, update));
-  }
-  state.SetItemsProcessed(state.iterations() * elements * 8);
+  timePoints(state, model);
 }
 
 BENCHMARK_CAPTURE(runPoints, parallelOfOne, layerOf(LayerKind::parallel, {{1, 1.0, 1}}))->Arg(1)->Arg(5000);

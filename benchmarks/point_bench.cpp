@@ -6,6 +6,7 @@
 
 #include "composite/constitutive_block.h"
 #include "constitutive/elastic_moduli.h"
+#include "point_loop.h"
 
 namespace zema {
 namespace {
@@ -47,21 +48,11 @@ Model bricks(int elements, const Material& material, const std::array<double, 3>
 
 void runPoints(benchmark::State& state, const Material& material, const std::array<double, 3>& elementAngles,
                int LARGE = 0) {
-  const int elements = static_cast<int>(state.range(0));
-  Model model = bricks(elements, material, elementAngles);
+  Model model = bricks(static_cast<int>(state.range(0)), material, elementAngles);
   model.control.LARGE = LARGE;
   model.control.KPUSH = 2;
   model.control.KTANP = 1;
-  ConstitutiveBlock<6> block(model);
-  block.ZERO(model);
-  block.IMPORTINFON1(model);
-  const Strain<6> strain{{1.0e-3, -2.0e-4, 5.0e-4, 3.0e-4, -1.0e-4, 2.0e-4}};
-  PointUpdate<6> update{.STRAT = strain, .STRAN = strain, .VSTRAT = {}, .dV = 0.125};
-  for (auto _ : state) {
-    for (update.e = 0; update.e < elements; ++update.e)
-      for (update.point = 0; update.point < 8; ++update.point) benchmark::DoNotOptimize(block.RESI2D(model, update));
-  }
-  state.SetItemsProcessed(state.iterations() * elements * 8);
+  timePoints(state, model);
 }
 
 /// The floor: one product of a 6 x 6 matrix and a vector.
