@@ -178,10 +178,8 @@ TEST(TimeIntegration, DamageShowsInItsIndicesWhilePowerIsBalanced) {
   bar.steps = 24;
   bar.ALFAD = 0.05;
   bar.BETAD = 0.01;
-  MaterialCards& material = bar.deck.materials[0];
-  material.E = {3.0, 3.0, 3.0};
-  material.codes = {2, 2, 4, 2, 1, 1};
-  material.slots = {{30, 3.0}, {31, 1.0}, {54, 10.0}};
+  bar.deck.materials = {MaterialCards::damaging(3.0, 0.0, 3.0, 10.0)};
+  bar.deck.materials[0].density = 2.0;
   bar.rows = "0.2 1";  // a load of 2, which a bar at rest bears
   bar.deck.steps[0].increments[0].tolerance = 1e-7;
   std::string listing;
@@ -220,16 +218,6 @@ TEST(TimeIntegration, AnUndampedVibrationKeepsItsEnergyOverTenThousandSteps) {
   }
   ASSERT_EQ(u.size(), 20U);
   for (const double A : amplitude) EXPECT_NEAR(A / amplitude[0], 1.0, 1e-9);
-}
-
-TEST(TimeIntegration, AnAccelerogramLoadsTheMassAndIsInterpolated) {
-  Bar bar;
-  bar.steps = 6;
-  bar.rows = "0.5 1\n1 1\n1.5 1\n0.5 1\n-0.5 1";
-  const std::vector<double> table = bar.history();
-  const std::string head = "1 .01 5 6 0 0 0 .25 .5 0 0 0 0 0 1\n";
-  expectNear(bar.history(head + "5 5 0\ntitle\n0 1 9 1 2 9 2 3 9 3 1 9 4 -1 9\n"), table, 1e-13);
-  expectNear(bar.history(head + "3 5 1\ntitle\n0 1 9 .02 3 9 .04 -1 9\n"), table, 1e-13);
 }
 
 TEST(TimeIntegration, ElementsThatAreNotThereAddNothing) {

@@ -23,29 +23,18 @@ std::string quotedText(const std::string& line) {
   return open == std::string::npos ? "" : line.substr(open + 1, close - open - 1);
 }
 
-double timeOf(const std::string& line) {
-  const std::size_t lastQuote = line.rfind("\" ", line.find(" Vector") != std::string::npos   ? line.find(" Vector")
-                                                  : line.find(" Matrix") != std::string::npos ? line.find(" Matrix")
-                                                                                              : line.find(" Scalar"));
-  std::istringstream rest(line.substr(lastQuote + 1));
-  double time = 0.0;
-  rest >> time;
-  return time;
-}
-
-/// A value line: a number of a node or element in its own field (or blanks), then values.
-void readValueLine(const std::string& line, ResultBlock& result) {
+/// The values of a line that begins with a node or element in its own field, or with blanks.
+std::vector<double> valuesOf(const std::string& line) {
   std::istringstream in(line);
-  if (line[4] != ' ') {
-    int id = 0;
-    in >> id;
-    result.ids.push_back(id);
-  } else {
-    result.ids.push_back(result.ids.empty() ? 0 : result.ids.back());
-  }
+  int id = 0;
+  if (line[4] != ' ') in >> id;
   std::vector<double> row;
   for (double value = 0.0; in >> value;) row.push_back(value);
-  result.rows.push_back(row);
+  return row;
+}
+
+bool isNamed(const ResultBlock& block, const std::string& name) {
+  return block.name == name || block.name == name + "//COMPOSITE";
 }
 
 }  // namespace
@@ -109,13 +98,13 @@ std::vector<ResultBlock> readPostResults(const JobFolder& folder, const std::str
   bool inValues = false;
   for (std::string line; std::getline(in, line);) {
     if (line.starts_with("Result ")) {
-      all.push_back({quotedText(line), timeOf(line), {}, {}});
+      all.push_back({quotedText(line), {}});
     } else if (line.starts_with(" End Values")) {
       inValues = false;
     } else if (line.starts_with(" Values")) {
       inValues = true;
     } else if (inValues) {
-      readValueLine(line, all.back());
+      all.back().rows.push_back(valuesOf(line));
     }
   }
   return all;
@@ -131,21 +120,24 @@ std::vector<ResultBlock> solve(const JobFolder& folder, const std::string& deckT
   return readPostResults(folder, "job");
 }
 
+std::vector<ResultBlock> solve(const std::string& deckText) {
+  return solve(JobFolder(), deckText);
+}
+
 const ResultBlock& block(const std::vector<ResultBlock>& all, const std::string& name, int n) {
-  for (const ResultBlock& candidate : all) {
-    if (candidate.name.starts_with(name) && n-- == 0) return candidate;
-  }
+  for (const ResultBlock& candidate : all)
+    if (isNamed(candidate, name) && n-- == 0) return candidate;
   throw std::runtime_error("no result block " + name);
 }
 
 const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::string& name) {
-  for (auto candidate = all.rbegin(); candidate != all.rend(); ++candidate) {
-    if (candidate->name.starts_with(name)) return *candidate;
-  }
-  throw std::runtime_error("no result block " + name);
+  const auto last = std::ranges::find_if(all.rbegin(), all.rend(), [&](const auto& one) { return isNamed(one, name); });
+  if (last == all.rend()) throw std::runtime_error("no result block " + name);
+  return *last;
 }
 
 void expectRows(const ResultBlock& block, std::span<const double> expected, double tolerance) {
+  EXPECT_FALSE(block.rows.empty()) << block.name;
   for (const auto& row : block.rows)
     for (std::size_t i = 0; i < expected.size(); ++i) EXPECT_NEAR(row[i], expected[i], tolerance) << block.name << i;
 }

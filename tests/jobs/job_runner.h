@@ -45,10 +45,8 @@ JobOutcome runJob(const JobFolder& folder, const std::string& deck, const std::s
 
 /// One block of a post result file.
 struct ResultBlock {
-  std::string name;  ///< the result text, e.g. "STRESSES//COMPOSITE"
-  double time = 0.0;
-  std::vector<int> ids;                   ///< node, or element of each value line
-  std::vector<std::vector<double>> rows;  ///< values of each line
+  std::string name;                       ///< the result text, e.g. "STRESSES//COMPOSITE"
+  std::vector<std::vector<double>> rows;  ///< values of each line, behind its node or element
 };
 
 /// All blocks of a post result file, in file order.
@@ -56,8 +54,11 @@ std::vector<ResultBlock> readPostResults(const JobFolder& folder, const std::str
 
 /// Runs a deck as job "job" and expects a normal, converged end; gives its result blocks.
 std::vector<ResultBlock> solve(const JobFolder& folder, const std::string& deckText);
+/// The same in a folder that nobody looks at.
+std::vector<ResultBlock> solve(const std::string& deckText);
 
-/// The n-th block (from 0) whose name begins with `name`; fails the test when there is none.
+/// The n-th block (from 0) of this name, or of the composites as a whole ("STRESSES"); fails the test when there is
+/// none.
 const ResultBlock& block(const std::vector<ResultBlock>& all, const std::string& name, int n = 0);
 /// The last such block.
 const ResultBlock& lastBlock(const std::vector<ResultBlock>& all, const std::string& name);

@@ -153,6 +153,20 @@ MaterialCards MaterialCards::isotropic(double modulus, double nu, double density
   return m;
 }
 
+MaterialCards MaterialCards::damaging(double modulus, double nu, double strength, double fractureEnergy) {
+  MaterialCards m = isotropic(modulus, nu);
+  m.codes = {2, 2, 4, 2, 1, 1};
+  m.slots = {{30, strength}, {31, 1}, {54, fractureEnergy}};
+  return m;
+}
+
+MaterialCards MaterialCards::plastic(double modulus, double nu, double yieldStress, double slope) {
+  MaterialCards m = isotropic(modulus, nu);
+  m.codes = {2, 2, 8, 2, 3, 2};
+  m.slots = {{7, yieldStress}, {8, 1}, {9, 1}, {10, 1}, {11, slope}, {12, 1}};
+  return m;
+}
+
 std::string SolidDeck::text() const {
   std::ostringstream out;
   out.precision(17);
@@ -189,17 +203,17 @@ void splitIntoTetrahedra(SolidDeck& deck) {
   deck.elements = tetrahedra;
 }
 
-SolidDeck symmetricCube(const MaterialCards& material, double drive) {
+SolidDeck symmetricCube(const MaterialCards& material, double drive, int bricks) {
   SolidDeck deck;
   deck.materials = {material};
-  BrickGrid{1, 1, 1}.addTo(deck, [](int i, int j, int k) { return Vector3{double(i), double(j), double(k)}; });
-  int node = 0;
-  for (const Vector3& x : deck.nodes) {
-    const bool driven = drive != 0.0 && x[0] == 1.0;
-    const int code = (x[0] == 0.0 || driven ? 100 : 0) + (x[1] == 0.0 ? 10 : 0) + (x[2] == 0.0 ? 1 : 0);
-    ++node;
-    if (code != 0) deck.steps[0].fixities.push_back({node, code, {driven ? drive : 0.0, 0.0, 0.0}});
-  }
+  BrickGrid{bricks, 1, 1}.addTo(deck, [&](int i, int j, int k) {
+    return Vector3{i / double(bricks), double(j), double(k)};
+  });
+  deck.support([drive](const Vector3& x) {
+    return (x[0] == 0.0 || (drive != 0.0 && x[0] == 1.0) ? 100 : 0) + (x[1] == 0.0 ? 10 : 0) + (x[2] == 0.0 ? 1 : 0);
+  });
+  for (FixityCard& card : deck.steps[0].fixities)
+    if (deck.nodes[static_cast<std::size_t>(card.node - 1)][0] == 1.0) card.values[0] = drive;
   return deck;
 }
 

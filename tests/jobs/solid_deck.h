@@ -13,6 +13,10 @@ using Vector3 = std::array<double, 3>;
 /// A material: orthotropic elastic members, and for an inelastic one its codes and slots.
 struct MaterialCards {
   static MaterialCards isotropic(double E, double nu, double density = 0.0);
+  /// Isotropic damage by von Mises, exponential with this fracture energy.
+  static MaterialCards damaging(double E, double nu, double strength, double fractureEnergy);
+  /// Plastic by von Mises, with a straight hardening curve; its slope over the strain.
+  static MaterialCards plastic(double E, double nu, double yieldStress, double slope = 0.0);
 
   std::array<double, 3> E{};                              ///< Exx, Eyy, Ezz
   double xy = 0, yx = 0, xz = 0, zx = 0, yz = 0, zy = 0;  ///< Poisson coefficients
@@ -105,6 +109,13 @@ struct SolidDeck {
   int curveCount = 0;
   std::vector<LoadStepCards> steps{LoadStepCards{}};
 
+  /// Gives the nodes x of the first load step the support codes codeOf(x); 0: free.
+  template <class Code>
+  void support(Code codeOf) {
+    for (std::size_t n = 0; n < nodes.size(); ++n)
+      if (const int code = codeOf(nodes[n]); code != 0)
+        steps[0].fixities.push_back({static_cast<int>(n) + 1, code, {}});
+  }
   /// The whole deck as text.
   [[nodiscard]] std::string text() const;
 };
@@ -131,8 +142,8 @@ struct BrickGrid {
 /// Replaces every brick of a deck by six tetrahedra with the same corners.
 void splitIntoTetrahedra(SolidDeck& deck);
 
-/// One brick of edge 1 with its three faces at the origin on symmetry planes; fixities driven by `drive` at x = 1
-/// (prescribed x displacement) when it is not 0.
-SolidDeck symmetricCube(const MaterialCards& material, double drive = 0.0);
+/// A cube of edge 1, of bricks in a row along x, with its three faces at the origin on symmetry planes; the face x = 1
+/// is driven (prescribed x displacement) when `drive` is not 0.
+SolidDeck symmetricCube(const MaterialCards& material, double drive = 0.0, int bricks = 1);
 
 }  // namespace zema::test
