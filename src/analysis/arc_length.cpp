@@ -1,6 +1,7 @@
 // The constraints of arc-length control and what a correction of the load factor changes.
 #include "analysis/arc_length.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "analysis/analysis.h"
@@ -168,11 +169,20 @@ void addToLoads(Model& model, double dl) {
   }
 }
 
+/// The prescribed motion of fixed degrees of freedom at a full load factor. Set before every solve: the frontal solver
+/// leaves reactions in its place.
+void prescribeReferenceMotion(Analysis& analysis) {
+  const FieldState& state = analysis.model.working;
+  std::transform(state.FIXEM.begin(), state.FIXEM.end(), state.IFFIX.begin(), analysis.equations.FIXWO.begin(),
+                 [](double value, int fixed) { return fixed != 0 ? value : 0.0; });
+}
+
 }  // namespace
 
 void ARCLE(Analysis& analysis) {
   Model& model = analysis.model;
   EquationSystem& equations = analysis.equations;
+  prescribeReferenceMotion(analysis);
   SOLVER(analysis, RightHandSide::referenceLoad, false);
   const double dl = ArcLengthControl(analysis).correction();
   model.increment.DFACT += dl;

@@ -46,9 +46,6 @@ void startDisplacements(Analysis& analysis) {
   std::transform(analysis.model.working.FIXEM.begin(), analysis.model.working.FIXEM.end(),
                  analysis.equations.FIXED.begin(),
                  [DFACT = analysis.model.increment.DFACT](double value) { return value * DFACT; });
-  std::transform(analysis.model.working.FIXEM.begin(), analysis.model.working.FIXEM.end(),
-                 analysis.model.working.IFFIX.begin(), analysis.equations.FIXWO.begin(),
-                 [](double value, int fixed) { return fixed != 0 ? value : 0.0; });
 }
 
 }  // namespace
