@@ -3,12 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <numeric>
 
 #include "composite/point_model.h"
 #include "constitutive/sample_materials.h"
 #include "foundation/distance.h"
-#include "foundation/errors.h"
+#include "foundation/ends.h"
 
 namespace zema {
 namespace {
@@ -27,9 +27,7 @@ std::span<const double> trial(const Model& model, int e, int component) {
 }
 
 TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrainCarriesSlotOneOver) {
-  Material material = isotropicMaterial(1000.0, 0.25);
-  material(slot::referenceTemperature) = 20.0;
-  material(slot::youngCurvePoints) = 2.0;
+  Material material = isotropicMaterial(1000.0, 0.25, {{slot::referenceTemperature, 20.0}, {65, 2.0}});
   material.young = {{20.0, 120.0}, {1000.0, 500.0}};
   Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, noAngles}});
   ConstitutiveBlock<6> block(model);
@@ -43,20 +41,18 @@ TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrain
 
   for (int component = 0; component < 2; ++component) {
     const auto committed = model.points.mechanical(StateSlot::committed, 0, 0, component);
-    for (std::size_t i = 0; i < committed.size(); ++i) committed[i] = static_cast<double>(i + 1);
+    std::iota(committed.begin(), committed.end(), 1.0);
   }
   block.CALCIN(model, 120.0);
   EXPECT_EQ(block.RESI2D(model, loading(0, {})).STRSG, (Stress<6>{{1.0, 2.0, 3.0, 4.0, 5.0, 6.0}}));
-  for (int component = 0; component < 2; ++component)
-    EXPECT_TRUE(
-        std::ranges::equal(model.points.mechanical(StateSlot::committed, 0, 0, component), trial(model, 0, component)));
+  for (const int c : {0, 1})
+    EXPECT_TRUE(std::ranges::equal(model.points.mechanical(StateSlot::committed, 0, 0, c), trial(model, 0, c)));
   EXPECT_NEAR(model.points.internal(StateSlot::trial, 0, 0, 0)[internal::count], 600.0, 1.0e-10);  // of half the E
 }
 
 TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
-  Material material = orthotropicMaterial();
-  material(slot::frictionAngle) = 0.5;
-  Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, skewAngles}});
+  Model model =
+      pointModel<6>({orthotropicMaterial({{slot::frictionAngle, 0.5}})}, {plainComposite(1)}, {{1, skewAngles}});
   const ConstitutiveBlock<6> block(model);
 
   block.ZERO(model);
@@ -70,24 +66,6 @@ TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
       EXPECT_EQ(state[internal::count + 1], elastic.VDMANX(0, 1));
     }
   }
-}
-
-TEST(ConstitutiveBlock, InactiveStepKeepsTheStateWithoutStressAndStrain) {
-  Model model = pointModel<6>({isotropicMaterial(1000.0, 0.25)}, {plainComposite(1)}, {{1, noAngles}});
-  const ConstitutiveBlock<6> block(model);
-  block.ZERO(model);
-  (void)block.RESI2D(model, loading(0, someStrain));
-  model.points.internal(StateSlot::trial, 0, 0, 1)[internal::damage] = 0.5;
-  model.points.commit();
-
-  block.carryInactive(model, 0, 0, -1.0 * someStrain, {});
-
-  for (int component = 0; component < 2; ++component) {
-    EXPECT_TRUE(Stress<6>::from(trial(model, 0, component), places.STRSG()).isZero());
-    EXPECT_TRUE(Strain<6>::from(trial(model, 0, component), places.STRAT()).isZero());
-  }
-  EXPECT_EQ(Strain<6>::from(trial(model, 0, 0), places.STRFAS()), -1.0 * someStrain);
-  EXPECT_EQ(model.points.internal(StateSlot::trial, 0, 0, 1)[internal::damage], 0.5);
 }
 
 TEST(ConstitutiveBlock, StoredTangentServesWhenTheAnalysisHasMovedOn) {
@@ -112,30 +90,30 @@ TEST(ConstitutiveBlock, StoredTangentServesWhenTheAnalysisHasMovedOn) {
 }
 
 TEST(ConstitutiveBlock, RefusesWhatThisBuildDoesNotHave) {
-  const Material elastic = isotropicMaterial(1000.0, 0.25);
-  const auto faultOf = [&elastic](const Material& material, const Composite& composite, int used = 2) -> std::string {
-    try {
-      ConstitutiveBlock<6>(pointModel<6>({elastic, material}, {plainComposite(1), composite}, {{used, noAngles}}));
-    } catch (const InputFault& fault) {
-      return fault.what();
-    }
-    return "accepted";
-  };
-  Material friction = elastic;
+  Material friction = isotropicMaterial(1000.0, 0.25), beyond = friction;
   friction.NTINT = Law::damageFriction;
-  Composite unknown = plainComposite(1);
-  unknown.layers[0].TYLAY = "Q";
+  beyond.NTINT = static_cast<Law>(20);
+  Composite unknown = plainComposite(1);  // a layer of an unknown word has no components
   unknown.layers[0].kind = LayerKind::none;
   unknown.layers[0].components.clear();
   unknown.layers.push_back(plainComposite(2).layers[0]);
-
-  EXPECT_EQ(faultOf(elastic, plainComposite(2)), "accepted");
-  EXPECT_EQ(faultOf(friction, plainComposite(2)),
-            "material 2 asks for law 16 \"DAMAG-FRICTION\", which has no routine");
-  EXPECT_EQ(faultOf(elastic, plainComposite(3)), "composite 2, layer 1: material 3 has no card");
-  EXPECT_EQ(faultOf(elastic, unknown), "accepted");  // a layer of an unknown word has no components
-  EXPECT_EQ(faultOf(elastic, Composite{}), "composite 2 has no layers, but elements that use it");
-  EXPECT_EQ(faultOf(friction, plainComposite(2), 1), "accepted");  // no element uses it
+  const std::vector<Material> materials{isotropicMaterial(1000.0, 0.25), friction, beyond};
+  const std::vector<std::pair<Composite, std::string>> ends{
+      {plainComposite(1), "goes on"},
+      {plainComposite(2), "fault material 2 asks for law 16 \"DAMAG-FRICTION\", which has no routine"},
+      {plainComposite(3), "fault material 3 asks for law 20, which does not exist; the laws are numbered from 0 to 19"},
+      {plainComposite(4), "fault composite 2, layer 1: material 4 has no card"},
+      {unknown, "fault material 2 asks for law 16 \"DAMAG-FRICTION\", which has no routine"},
+      {Composite{}, "fault composite 2 has no layers, but elements that use it"}};
+  for (const auto& [composite, expected] : ends) {
+    const auto end = [&](int used) {
+      return endOf([&] {
+        ConstitutiveBlock<6>(pointModel<6>(materials, {plainComposite(1), composite}, {{used, noAngles}}));
+      });
+    };
+    EXPECT_EQ(end(2), expected);
+    EXPECT_EQ(end(1), "goes on");  // no element uses it
+  }
 }
 
 }  // namespace

@@ -13,21 +13,16 @@ namespace {
 
 /// A material of a law; E sets its strengths too: first yield or damage in compression comes at a strain of 0.01.
 Material sampleOf(Law law, double E) {
-  Material material = isotropicMaterial(E, 0.3);
-  const double f = 0.01 * E;
+  const double f = 0.01 * E, g = 0.1 * f, Ep = 0.4 * E, Hk = 0.1 * E;
+  const double peak = law == Law::tensionCompressionDamageAlternative ? 0.3 * f : 1.0;
+  const Slots slots{{7, f},    {30, f},   {8, 1.0},   {9, 1.0}, {10, peak}, {12, 1.0}, {14, 1.0},
+                    {20, 1.0}, {26, 1.0}, {31, 1.0},  {11, f},  {17, f},    {13, g},   {19, g},
+                    {54, g},   {49, Ep},  {50, 10.0}, {32, Hk}, {34, 1.0}};
+  Material material = isotropicMaterial(E, 0.3, slots);
   material.NTINT = law;
   material.NFLUG = Flow::variable;
   material.NHARD = HardeningVariable::strain;
   material.NMATX = TangentChoice::algorithmic;
-  for (const int place : {slot::yieldStress, slot::damageStress}) material(place) = f;
-  for (const int place : {8, 9, 10, 12, 14, 20, 26, 31}) material(place) = 1.0;
-  for (const int place : {11, 17}) material(place) = 0.01 * E;
-  for (const int place : {13, 19, 54}) material(place) = 0.1 * f;
-  material(slot::parallelSpring) = 0.4 * E;
-  material(slot::relaxationTime) = 10.0;
-  material(slot::kinematicSlope) = 0.1 * E;
-  material(slot::kinematicExponent) = 1.0;
-  if (law == Law::tensionCompressionDamageAlternative) material(slot::tensionPeakStress) = 0.3 * f;
   return material;
 }
 
@@ -70,15 +65,7 @@ struct History {
   std::span<double> state(int e, int component = 0) { return model.points.internal(StateSlot::trial, e, 0, component); }
   Matrix<N> tangent(int e) { return OBCTAN<N>(state(e), {}); }
   Matrix<N> difference(int e, const Strain<N>& strain, double h) {
-    Matrix<N> D;
-    for (int j = 0; j < N; ++j) {
-      Strain<N> above = strain, below = strain;
-      above[j] += h;
-      below[j] -= h;
-      const Stress<N> change = stress(e, above) - stress(e, below);
-      for (int i = 0; i < N; ++i) D(i, j) = change[i] / (2.0 * h);
-    }
-    return D;
+    return differences<N>([this, e](const Strain<N>& at) { return stress(e, at); }, strain, h);
   }
 
   Model model;
@@ -120,14 +107,26 @@ std::vector<int> fibreAlongX() {
   return flags;
 }
 
+/// Components in series carry one stress, along the fibre one strain; together they have the strain of their layer.
+template <int N>
+void expectShares(const Model& model, Strain<N> strain, const Rotation<N>& axes) {
+  const auto record = [&model](int component) { return model.points.mechanical(StateSlot::trial, 0, 0, component); };
+  const MechanicalPlaces at{N};
+  const auto ofMatrix = Strain<N>::from(record(1), at.STRAT()), ofFibre = Strain<N>::from(record(2), at.STRAT());
+  auto stress = Stress<N>::from(record(1), at.STRSG()), ofBoth = Stress<N>::from(record(2), at.STRSG());
+  stress[0] = ofBoth[0] = 0.0;
+  ROTV(strain, axes, Direction::toLocal);
+  EXPECT_LT(distance(stress, ofBoth), 1.0e-6);
+  EXPECT_NEAR(ofMatrix[0], ofFibre[0], 1.0e-15);
+  EXPECT_LT(distance(0.4 * ofMatrix + 0.6 * ofFibre, strain), 1.0e-15);
+}
+
 template <int N>
 void checkPair(Law ofMatrix, Law ofFibre) {
   SCOPED_TRACE(testing::Message() << "laws " << static_cast<int>(ofMatrix) << " and " << static_cast<int>(ofFibre));
   Composite turned = serialParallel(1, 2, 0.4, fibreAlongX<N>());
   turned.layers[0].LAEULER = {30.0, 0.0, 0.0};
-  Material fibre = sampleOf(ofFibre, 40.0e3);
-  fibre(slot::fibreRadius) = 1.0;
-  fibre(slot::fibreLength) = 50.0;
+  const Material fibre = with(sampleOf(ofFibre, 40.0e3), {{slot::fibreRadius, 1.0}, {slot::fibreLength, 50.0}});
   History<N> history({sampleOf(ofMatrix, 3.0e3), fibre}, {turned, shortFibre(1, 2, 0.5, 0.2, 0.3)});
   Wanderer<N> wanderer;
   for (int step = 0; step < 24; ++step) {
@@ -143,6 +142,7 @@ void checkPair(Law ofMatrix, Law ofFibre) {
       }
       (void)history.stress(e, strain);
     }
+    expectShares<N>(history.model, strain, Rotation<N>(turned.layers[0].LAEULER));
     history.model.points.commit();
   }
 }
@@ -165,8 +165,7 @@ void checkReductions(Law law) {
   turned.layers[0].LAEULER = angles;
   parallel.layers[0].components = {{1, 0.4, 1}, {2, 0.6, 2}};
   parallel.NUMAT = 3;
-  Material fibre = orthotropicMaterial();  // with axes of its own
-  fibre(slot::angleAboutY) = 20.0;
+  const Material fibre = orthotropicMaterial({{slot::angleAboutY, 20.0}});  // with axes of its own
   const Material matrix = sampleOf(law, 50.0);
   History<N> history({matrix, fibre}, {plainComposite(1), serialParallel(1, 1, 0.3, fibreAlongX<N>()), parallel,
                                        serialParallel(1, 2, 0.4, std::vector<int>(N, 1)), twin, turned});
@@ -203,9 +202,7 @@ TEST(MixedHistory, EqualComponentsParallelFlagsAndTurnedAxes) {
 
 TEST(MixedHistory, TangentOfLargeStrainInTheCurrentConfigurationIsTheDerivative) {
   for (const Law law : {Law::elastic, Law::backwardEuler, Law::generalDamage}) {
-    Material fibre = isotropicMaterial(40.0e3, 0.2);
-    fibre(slot::fibreRadius) = 1.0;
-    fibre(slot::fibreLength) = 50.0;
+    const Material fibre = isotropicMaterial(40.0e3, 0.2, {{slot::fibreRadius, 1.0}, {slot::fibreLength, 50.0}});
     Composite turned = serialParallel(1, 2, 0.4, fibreAlongX<6>());
     turned.layers[0].LAEULER = {30.0, 20.0, 10.0};
     History<6> history({sampleOf(law, 3.0e3), fibre}, {turned, shortFibre(1, 2, 0.5, 0.2, 0.3)});

@@ -26,6 +26,13 @@ struct LawCase {
   double frameError = 1.0e-9;  ///< relative, of other frames and units
   bool converges = true;       ///< with smaller steps
 
+  /// Whether its stress must not lie above the surface of all six components.
+  [[nodiscard]] bool hasSurface() const {
+    const Law law = material.NTINT;
+    return material.NCRIP != Criterion::damageSimoJu &&
+           (law == Law::eulerCorrector || law == Law::subincrementing ||
+            (law >= Law::backwardEuler && law <= Law::backwardEulerNumeric));
+  }
   [[nodiscard]] double step() const { return stops ? 0.2 : 1.0; }  ///< of a path without stops, yield strains
 };
 
@@ -33,32 +40,22 @@ constexpr double strength = 3.0;  // in tension, with E = 30000: a yield strain 
 constexpr double E = 30000.0;
 
 Material concrete(Law law, Criterion criterion) {
-  Material m = isotropicMaterial(E, 0.2);
+  const bool twoSided = criterion == Criterion::mohrCoulomb || criterion == Criterion::lublinerOller;
+  const double R = twoSided ? 10.0 : criterion == Criterion::druckerPrager ? 7.0 / 3.0 : 1.0;
+  const double phi = std::numbers::pi / 6.0, f = strength * R, g = 1.0e-3;
+  const Slots slots{{6, phi},  {5, phi}, {20, R}, {26, R},  {31, R},   {23, 0.12}, {27, 0.12},      {24, 3.0},
+                    {28, 3.0}, {7, f},   {30, f}, {8, 2.0}, {14, 2.0}, {13, g},    {19, g * R * R}, {54, g}};
+  Material m = isotropicMaterial(E, 0.2, slots);
   m.NTINT = law;
   m.NCRIT = criterion;
   m.NCRIP = criterion == Criterion::damageSimoJu ? Criterion::vonMises : criterion;
   m.NFLUG = Flow::variable;
-  const bool twoSided = criterion == Criterion::mohrCoulomb || criterion == Criterion::lublinerOller;
-  double R = twoSided ? 10.0 : 1.0;
-  if (criterion == Criterion::druckerPrager) R = 7.0 / 3.0;
-  m(slot::frictionAngle) = m(slot::dilatancyAngle) = std::numbers::pi / 6.0;
-  m(slot::yieldRatio) = m(slot::potentialRatio) = m(slot::damageRatio) = R;
-  m(slot::yieldAlpha) = m(slot::potentialAlpha) = 0.12;
-  m(slot::yieldGamma) = m(slot::potentialGamma) = 3.0;
-  m(slot::yieldStress) = m(slot::damageStress) = strength * R;
-  for (const int curve : {slot::tensionCurve, slot::compressionCurve}) m(curve) = 2.0;
-  m(slot::tensionFractureEnergy) = 1.0e-3;
-  m(slot::compressionFractureEnergy) = 1.0e-3 * R * R;
-  m(54) = 1.0e-3;
   return m;
 }
 
 Material hardening(Material m, double slope) {
   m.NHARD = HardeningVariable::strain;
-  m(slot::tensionCurve) = m(slot::tensionPeakDissipation) = m(slot::tensionSlopeFlag) = 1.0;
-  m(slot::tensionPeakStress) = m(slot::yieldRatio);
-  m(slot::tensionSlope) = slope;
-  return m;
+  return with(m, {{8, 1.0}, {9, 1.0}, {12, 1.0}, {slot::tensionPeakStress, m(slot::yieldRatio)}, {11, slope}});
 }
 
 Material softening(Material m, HardeningVariable variable) {
@@ -78,11 +75,7 @@ Material turnedOrthotropic(Material m) {
     if (place <= slot::poissonXY || place >= slot::poissonYX) m(place) = body(place);
   for (const int place : {slot::youngX, slot::youngY, slot::youngZ, slot::shearXY, slot::shearXZ, slot::shearYZ})
     m(place) *= E / body(slot::youngX);
-  m(slot::angleAboutY) = 25.0;
-  m(slot::angleAboutZ) = 40.0;
-  m(slot::tensionSlope) = m(slot::initialHardening) = 1.0e-9;
-  m(slot::kinematicSlope) = 0.0;
-  return m;
+  return with(m, {{72, 25.0}, {44, 40.0}, {11, 1.0e-9}, {33, 1.0e-9}, {slot::kinematicSlope, 0.0}});
 }
 
 std::vector<LawCase> plasticCases() {
@@ -115,16 +108,13 @@ std::vector<LawCase> plasticCases() {
   cases.push_back({"algorithmic tangent of Drucker-Prager",
                    algorithmic(hardening(concrete(Law::backwardEuler, Criterion::druckerPrager), 3000.0)), 1.0e-6, true,
                    true});
-  Material kinematic = algorithmic(concrete(Law::kinematicHardening, Criterion::vonMises));
-  kinematic(slot::kinematicSlope) = 2000.0;
-  kinematic(slot::initialHardening) = 1000.0;
-  kinematic(slot::kinematicExponent) = 1.0;
+  const Material kinematic = with(algorithmic(concrete(Law::kinematicHardening, Criterion::vonMises)),
+                                  {{slot::kinematicSlope, 2000.0}, {33, 1000.0}, {slot::kinematicExponent, 1.0}});
   cases.push_back({"kinematic", kinematic, 1.0e-6});
   for (const Law law : {Law::damagePlastic, Law::generalDamagePlastic}) {
-    Material both = algorithmic(hardening(concrete(law, Criterion::vonMises), 3000.0));
-    both(slot::yieldStress) = 2.0 * strength;
-    both(slot::compressionCurve) = 1.0;
-    cases.push_back({"damage and plasticity " + std::to_string(static_cast<int>(law)), both, 1.0e-6});
+    const Material metal = algorithmic(hardening(concrete(law, Criterion::vonMises), 3000.0));
+    cases.push_back({"damage and plasticity " + std::to_string(static_cast<int>(law)),
+                     with(metal, {{slot::yieldStress, 2.0 * strength}, {slot::compressionCurve, 1.0}}), 1.0e-6});
   }
   for (const Criterion criterion : {Criterion::vonMises, Criterion::druckerPrager}) {
     const Material m = turnedOrthotropic(algorithmic(hardening(concrete(Law::backwardEuler, criterion), 3000.0)));
@@ -150,23 +140,21 @@ std::vector<LawCase> otherCases() {
     cases.push_back({"general damage, criterion " + std::to_string(criterion), m, criterion > 2 ? 0.0 : 1.0e-6});
   }
   for (const int curve : {1, 2, 3}) {
-    Material m = concrete(Law::tensionCompressionDamage, Criterion::mohrCoulomb);
-    m(51) = m(94) = curve;
-    m(95) = m(98) = curve == 3 ? 0.5 : 4.0;
-    m(96) = m(99) = 0.5;
-    m(97) = m(100) = 0.1;
-    cases.push_back({"two damages, curve " + std::to_string(curve), m, 1.0e-6});
+    const double code = curve, first = curve == 3 ? 0.5 : 4.0;
+    cases.push_back(
+        {"two damages, curve " + std::to_string(curve),
+         with(concrete(Law::tensionCompressionDamage, Criterion::mohrCoulomb),
+              {{51, code}, {94, code}, {95, first}, {98, first}, {96, 0.5}, {99, 0.5}, {97, 0.1}, {100, 0.1}}),
+         1.0e-6});
   }
-  Material separate = concrete(Law::tensionCompressionDamageAlternative, Criterion::vonMises);
-  separate(slot::tensionPeakStress) = strength;
-  separate(slot::damageStress) = 10.0 * strength;
-  separate(slot::compressionFractureEnergy) = 0.1;
-  cases.push_back({"two damages by separate measures", separate, 1.0e-6});
+  cases.push_back({"two damages by separate measures",
+                   with(concrete(Law::tensionCompressionDamageAlternative, Criterion::vonMises),
+                        {{slot::tensionPeakStress, strength}, {slot::damageStress, 10.0 * strength}, {19, 0.1}}),
+                   1.0e-6});
   for (const Law law : {Law::viscoelastic, Law::viscoelasticDynamic, Law::viscoDamage}) {
-    Material m = concrete(law, Criterion::vonMises);
-    m(slot::parallelSpring) = 0.6 * E;
-    m(slot::relaxationTime) = 10.0;
-    cases.push_back({"viscous law " + std::to_string(static_cast<int>(law)), m, 0.0});
+    const Slots slots{{slot::parallelSpring, 0.6 * E}, {slot::relaxationTime, 10.0}};
+    cases.push_back(
+        {"viscous law " + std::to_string(static_cast<int>(law)), with(concrete(law, Criterion::vonMises), slots), 0.0});
   }
   return cases;
 }
@@ -264,20 +252,26 @@ TEST(EveryLaw, ThousandRandomHistoriesStayFinite) {
   }
 }
 
-/// Runs one case in step with another view of it: as strains are seen there, and as stresses are seen back here.
+/// Runs one case in step with another view of it: as strains are seen there, and as stresses are seen back here. No
+/// stress of a plastic law lies above its surface.
 template <class There, class Back>
 void expectSame(const LawCase& one, SamplePoint<6> other, unsigned seed, There there, Back back) {
   SCOPED_TRACE(one.name);
   SamplePoint<6> point = pointOf<6>(one);
   for (const Strain<6>& strain : randomPath<6>(seed, 8, one.step())) {
     const Stress<6> stress = point.update(strain).stress;
+    if (one.hasSurface()) {
+      const CriterionData surface = yieldData(one.material, point.trialInternal[internal::frictionAngle]);
+      const double K = point.trialInternal[internal::yieldStress];
+      EXPECT_LE(PLINVA(invariantsOf(stress), surface).F, std::abs(K) * (1.0 + 1.0e-8) + 1.0e-7);
+    }
     ASSERT_LT(distance(stress, back(other.update(there(strain)).stress)), one.frameError * 10.0 * strength);
     point.commit();
     other.commit();
   }
 }
 
-TEST(EveryLaw, TurnsWithItsFrame) {
+TEST(EveryLaw, TurnsWithItsFrameAndStaysOnItsSurface) {
   const Rotation<6> turn({25.0, 40.0, -70.0});
   const auto turned = [&turn](auto vector, Direction direction) {
     ROTV(vector, turn, direction);
@@ -375,24 +369,6 @@ TEST(EveryLaw, ConsistentTangentsAreTheDerivativesOfTheStress) {
     SCOPED_TRACE(one.name);
     compareTangents<6>(one);
     compareTangents<4>(one);
-  }
-}
-
-TEST(EveryPlasticLaw, StaysOnItsSurface) {
-  for (const LawCase& one : plasticCases()) {
-    if (one.material.NTINT == Law::kinematicHardening || one.material.NTINT == Law::damagePlastic ||
-        one.material.NTINT == Law::generalDamagePlastic)
-      continue;
-    SCOPED_TRACE(one.name);
-    SamplePoint<6> point = pointOf<6>(one);
-    for (const Strain<6>& strain : randomPath<6>(33, 20, one.step())) {
-      const Stress<6> stress = point.update(strain).stress;
-
-      const CriterionData surface = yieldData(one.material, point.trialInternal[internal::frictionAngle]);
-      const double K = point.trialInternal[internal::yieldStress];
-      EXPECT_LE(PLINVA(invariantsOf(stress), surface).F, std::abs(K) * (1.0 + 1.0e-8) + 1.0e-7);
-      point.commit();
-    }
   }
 }
 

@@ -1,12 +1,23 @@
 // Materials that several tests of the constitutive block use.
 #pragma once
 
+#include <utility>
+#include <vector>
+
 #include "model/materials.h"
 
 namespace zema {
 
-/// An elastic isotropic material whose shear moduli are left to be computed.
-inline Material isotropicMaterial(double E, double nu) {
+using Slots = std::vector<std::pair<int, double>>;
+
+/// A material with other values in some slots.
+inline Material with(Material material, const Slots& slots) {
+  for (const auto& [place, value] : slots) material(place) = value;
+  return material;
+}
+
+/// An elastic isotropic material whose shear moduli are left to be computed; further slots.
+inline Material isotropicMaterial(double E, double nu, const Slots& more = {}) {
   Material material;
   material.given = true;
   for (const int place : {slot::youngX, slot::youngY, slot::youngZ}) material(place) = E;
@@ -18,32 +29,16 @@ inline Material isotropicMaterial(double E, double nu) {
     material(place) = 1.0;
   material.NCRIT = material.NCRIP = Criterion::vonMises;
   material.NMATX = TangentChoice::continuous;
-  return material;
+  return with(material, more);
 }
 
-/// An elastic orthotropic material with a symmetric elastic matrix and a map that differs by direction.
-inline Material orthotropicMaterial() {
-  Material material = isotropicMaterial(1.0, 0.0);
-  const double Ex = 120.0, Ey = 30.0, Ez = 20.0, NUxy = 0.3, NUxz = 0.25, NUyz = 0.2;
-  material(slot::youngX) = Ex;
-  material(slot::youngY) = Ey;
-  material(slot::youngZ) = Ez;
-  material(slot::poissonXY) = NUxy;
-  material(slot::poissonYX) = NUxy * Ey / Ex;
-  material(slot::poissonXZ) = NUxz;
-  material(slot::poissonZX) = NUxz * Ez / Ex;
-  material(slot::poissonYZ) = NUyz;
-  material(slot::poissonZY) = NUyz * Ez / Ey;
-  material(slot::shearXY) = 15.0;
-  material(slot::shearXZ) = 11.0;
-  material(slot::shearYZ) = 8.0;
-  material(slot::mapXX) = 1.0;
-  material(slot::mapYY) = 2.5;
-  material(slot::mapXY) = 1.5;
-  material(slot::mapZZ) = 3.0;
-  material(slot::mapXZ) = 1.25;
-  material(slot::mapYZ) = 0.75;
-  return material;
+/// An elastic orthotropic material with a symmetric elastic matrix and a map that differs by direction; further slots.
+inline Material orthotropicMaterial(const Slots& more = {}) {
+  const Slots slots{{1, 120.0}, {37, 30.0},  {40, 20.0},                                                // E x, y, z
+                    {2, 0.3},   {36, 0.075}, {38, 0.25}, {39, 0.25 / 6.0}, {41, 0.2}, {42, 0.2 / 1.5},  // nu xy ... zy
+                    {43, 15.0}, {68, 11.0},  {69, 8.0},                                                 // G xy, xz, yz
+                    {46, 2.5},  {47, 1.5},   {48, 3.0},  {70, 1.25},       {71, 0.75}};                 // map yy ... yz
+  return with(with(isotropicMaterial(1.0, 0.0), slots), more);
 }
 
 }  // namespace zema

@@ -1,9 +1,11 @@
-// How far two matrices or vectors lie from each other.
+// How far two matrices or vectors lie from each other, and the differences of functions of them.
 #pragma once
 
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
+
+#include "foundation/dense.h"
 
 namespace zema {
 
@@ -18,6 +20,20 @@ double distance(const Values& a, const Values& b) {
     largest = std::max(largest, difference);
   }
   return largest;
+}
+
+/// Central differences of a function of N values around a stress or strain x: column j is for place j.
+template <int N, class Tensor, class Function>
+Matrix<N> differences(const Function& function, const Tensor& x, double h) {
+  Matrix<N> D;
+  for (int j = 0; j < N; ++j) {
+    Tensor above = x, below = x;
+    above[j] += h;
+    below[j] -= h;
+    const auto change = function(above) - function(below);
+    for (int i = 0; i < N; ++i) D(i, j) = change[i] / (2.0 * h);
+  }
+  return D;
 }
 
 }  // namespace zema

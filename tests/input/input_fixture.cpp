@@ -1,6 +1,7 @@
 // The job and the cards that the tests of the input need.
 #include "input/input_fixture.h"
 
+#include "foundation/ends.h"
 #include "input/mesh_cards.h"
 #include "jobs/solid_deck.h"
 
@@ -25,16 +26,7 @@ InputTest::InputTest() {
 }
 
 std::string InputTest::endOf(const std::string& cards) {
-  try {
-    read(cards);
-  } catch (const RunEnd& end) {
-    return "run end " + (end.what() + FreeLine(end.A(), end.B()).text());
-  } catch (const InputFault& fault) {
-    return std::string("fault ") + fault.what();
-  } catch (const PlainStop& stop) {
-    return std::string("stop ") + stop.what();
-  }
-  return "goes on";
+  return zema::endOf([&] { read(cards); });
 }
 
 std::string InputTest::written(int channelNumber) {
@@ -42,11 +34,9 @@ std::string InputTest::written(int channelNumber) {
   return folder.read(std::to_string(channelNumber));
 }
 
-std::string materialCards(int number, const std::string& codes, std::map<int, double> slots,
-                          const std::string& curves) {
-  slots.try_emplace(1, 100.0);
-  slots.try_emplace(37, 100.0);
-  return "material\n" + std::to_string(number) + "\n" + codes + "\n" + slotRecords(slots) + curves;
+std::string materialCards(int number, const std::string& codes, const Slots& slots, const std::string& curves) {
+  const Material material = with(with(Material{}, {{slot::youngX, 100.0}, {slot::youngY, 100.0}}), slots);
+  return "material\n" + std::to_string(number) + "\n" + codes + "\n" + slotRecords(material) + curves;
 }
 
 }  // namespace zema::test

@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "constitutive/sample_materials.h"
 #include "job/job.h"
 #include "jobs/job_runner.h"
 #include "model/fake_kernel.h"
@@ -46,7 +47,7 @@ class SectionTest : public InputTest {
 
 /// The cards of a material: title, number, six codes, and the records of slots; slots not named are 0, but for the
 /// Young moduli of slots 1 and 37, which are 100.
-[[nodiscard]] std::string materialCards(int number, const std::string& codes, std::map<int, double> slots = {},
+[[nodiscard]] std::string materialCards(int number, const std::string& codes, const Slots& slots = {},
                                         const std::string& curves = "0\n0\n0\n");
 
 /// Cards of the model section; each part can be replaced.

@@ -13,22 +13,23 @@ using testing::ElementsAre, testing::HasSubstr;
 class MaterialCardsTest : public SectionTest<[](Job& job, Model& model, const Kernel&) { CONSTITUTIVAS(job, model); }> {
  protected:
   MaterialCardsTest() { model.control.NMATS = 1; }
-  Material readOne(const std::string& codes, const std::map<int, double>& slots,
-                   const std::string& curves = "0\n0\n0\n") {
+  Material readOne(const std::string& codes, const Slots& slots, const std::string& curves = "0\n0\n0\n") {
     read(materialCards(1, codes, slots, curves) + "end of materials\nnext card\n");
     return model.materials(1);
   }
 };
 
 TEST_F(MaterialCardsTest, EveryRecordFillsItsSlots) {
-  std::map<int, double> slots;
-  for (int place = 1; place <= 100; ++place) slots[place] = place < 80 || place > 92 ? 1000.0 + place : 0.0;
-  // What other values follow from, a slot that no card fills, and the counts of points.
-  for (const int zero : {5, 6, 8, 10, 11, 17, 20, 35, 65, 66, 67}) slots[zero] = 0.0;
+  Slots slots(100);
+  for (int place = 1; place <= 100; ++place) slots[static_cast<std::size_t>(place - 1)] = {place, 1000.0 + place};
+  // What other values follow from, slots that no card fills, and the counts of points.
+  for (const int zero : {5, 6, 8, 10, 11, 17, 20, 35, 65, 66, 67})
+    slots[static_cast<std::size_t>(zero - 1)].second = 0.0;
+  for (std::size_t i = 79; i < 92; ++i) slots[i].second = 0.0;
 
   const Material material = readOne("2 3 0 2 1 1", slots);
 
-  for (int place = 1; place <= 100; ++place) EXPECT_EQ(material(place), slots[place]) << place;
+  for (const auto& [place, value] : slots) EXPECT_EQ(material(place), value) << place;
   EXPECT_EQ(material.NCRIT, Criterion::vonMises);
   EXPECT_EQ(material.NCRIP, Criterion::mohrCoulomb);
   EXPECT_EQ(material.NFLUG, Flow::variable);
@@ -61,7 +62,7 @@ TEST_F(MaterialCardsTest, CodesDeriveSlots) {
   EXPECT_GT(cones(26), 1e15);                // sin = 1: no tension at all
 
   // E = 200 from slot 37; 10 x 2 = 20 and 10 x 2 = 20 -> 20 / (1 - 20/200); -200 -> -200 / 2
-  const std::map<int, double> slots{{1, 100.0}, {37, 200.0}, {10, 10.0}, {11, 10.0}, {17, -200.0}, {20, 2.0}};
+  const Slots slots{{1, 100.0}, {37, 200.0}, {10, 10.0}, {11, 10.0}, {17, -200.0}, {20, 2.0}};
   const Material work = readOne("2 2 8 2 1 1", slots);
   EXPECT_DOUBLE_EQ(work(10), 20.0);
   EXPECT_DOUBLE_EQ(work(11), 20.0 / 0.9);

@@ -118,7 +118,7 @@ TEST(ThickPlate, StressAtTheInnerEdgeAgreesWithTheKnownMeshValues) {
 using Table = std::vector<std::vector<double>>;
 
 Table readTable(const std::string& problem, const std::string& file) {
-  std::string text = readFile(std::string(ZEMA_SOURCE) + "/tests/data/reference/" + problem + "/" + file);
+  std::string text = dataFile("reference/" + problem + "/" + file);
   EXPECT_FALSE(text.empty()) << problem << "/" << file;
   std::ranges::replace(text, ',', ' ');
   std::istringstream in(text);

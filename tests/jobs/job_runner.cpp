@@ -66,6 +66,10 @@ std::string readFile(const std::filesystem::path& path) {
   return all.str();
 }
 
+std::string dataFile(const std::string& name) {
+  return readFile(std::filesystem::path(ZEMA_SOURCE) / "tests/data" / name);
+}
+
 std::filesystem::path exampleFolder(const std::string& name) {
   return std::filesystem::path(ZEMA_SOURCE) / "examples" / name;
 }

@@ -29,6 +29,9 @@ class JobFolder {
 /// The text of a file.
 std::string readFile(const std::filesystem::path& path);
 
+/// The text of a file of tests/data.
+std::string dataFile(const std::string& name);
+
 /// The folder of an example.
 std::filesystem::path exampleFolder(const std::string& name);
 /// The names of all examples, in order.

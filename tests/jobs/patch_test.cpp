@@ -7,47 +7,36 @@
 namespace zema::test {
 namespace {
 
-/// The unit cube with further nodes in its inside.
-SolidDeck patch(const MaterialCards& material, const std::vector<Vector3>& innerNodes,
-                const std::vector<std::vector<int>>& elements) {
+/// The unit cube with further nodes (three coordinates each) in its inside; elements of n nodes each.
+SolidDeck patch(const Material& material, const std::vector<double>& innerNodes, std::size_t n,
+                const std::vector<int>& elements) {
   SolidDeck deck;
   deck.materials = {material};
   deck.nodes = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}};
-  deck.nodes.insert(deck.nodes.end(), innerNodes.begin(), innerNodes.end());
-  for (const std::vector<int>& nodes : elements) deck.elements.push_back({nodes});
+  for (auto x = innerNodes.begin(); x != innerNodes.end(); x += 3) deck.nodes.push_back({x[0], x[1], x[2]});
+  const auto size = static_cast<std::ptrdiff_t>(n);
+  for (auto node = elements.begin(); node != elements.end(); node += size)
+    deck.elements.push_back({{node, node + size}});
   deck.steps[0].increments[0].tolerance = 1e-7;
   return deck;
 }
 
 /// Seven bricks: one in the middle, one to each face.
-SolidDeck brickPatch(const MaterialCards& material) {
-  return patch(material,
-               {{.249, .342, .192},
-                {.826, .288, .288},
-                {.850, .649, .263},
-                {.273, .750, .230},
-                {.320, .186, .643},
-                {.677, .305, .683},
-                {.788, .693, .644},
-                {.165, .745, .702}},
-               {{9, 10, 11, 12, 13, 14, 15, 16},
-                {1, 2, 3, 4, 9, 10, 11, 12},
-                {5, 8, 7, 6, 13, 16, 15, 14},
-                {1, 5, 6, 2, 9, 13, 14, 10},
-                {2, 6, 7, 3, 10, 14, 15, 11},
-                {3, 7, 8, 4, 11, 15, 16, 12},
-                {4, 8, 5, 1, 12, 16, 13, 9}});
+SolidDeck brickPatch(const Material& material) {
+  return patch(
+      material, {.249, .342, .192, .826, .288, .288, .850, .649, .263, .273, .750, .230,
+                 .320, .186, .643, .677, .305, .683, .788, .693, .644, .165, .745, .702},
+      8, {9, 10, 11, 12, 13, 14, 15, 16, 1,  2,  3,  4,  9, 10, 11, 12, 5,  8,  7,  6,  13, 16, 15, 14, 1,  5,  6,  2,
+          9, 13, 14, 10, 2,  6,  7,  3,  10, 14, 15, 11, 3, 7,  8,  4,  11, 15, 16, 12, 4,  8,  5,  1,  12, 16, 13, 9});
 }
 
 /// Twelve tetrahedra from an inner node to two triangles on each face of the cube.
-SolidDeck tetrahedronPatch(const MaterialCards& material) {
+SolidDeck tetrahedronPatch(const Material& material) {
   constexpr int faces[6][4] = {{1, 4, 3, 2}, {5, 6, 7, 8}, {1, 2, 6, 5}, {2, 3, 7, 6}, {3, 4, 8, 7}, {4, 1, 5, 8}};
-  std::vector<std::vector<int>> elements;
-  for (const auto& f : faces) {  // the inner node sees the triangle turn clockwise
-    elements.push_back({f[0], f[2], f[1], 9});
-    elements.push_back({f[0], f[3], f[2], 9});
-  }
-  return patch(material, {{.4, .45, .6}}, elements);
+  std::vector<int> elements;
+  for (const auto& f : faces)  // the inner node sees the triangle turn clockwise
+    elements.insert(elements.end(), {f[0], f[2], f[1], 9, f[0], f[3], f[2], 9});
+  return patch(material, {.4, .45, .6}, 4, elements);
 }
 
 Vector3 linearField(const Vector3& x) {
@@ -55,7 +44,7 @@ Vector3 linearField(const Vector3& x) {
 }
 
 TEST(PatchTest, IrregularBricksAndTetrahedraHoldAConstantStrainWithEverySolver) {
-  const MaterialCards material = MaterialCards::isotropic(1e6, 0.25);
+  const Material material = MaterialCards::isotropic(1e6, 0.25);
   for (const int NSOLV : {1, 2, 3, 4, 5, 6}) {
     for (SolidDeck deck : {brickPatch(material), tetrahedronPatch(material)}) {
       SCOPED_TRACE(testing::Message() << deck.elements.size() << " elements, NSOLV " << NSOLV);
@@ -85,8 +74,8 @@ Vector3 traction(std::size_t component, std::size_t normal, double size) {
 }
 
 /// One brick with a quarter of each face's force at its corners.
-SolidDeck loadedBrick(const MaterialCards& material, std::size_t component) {
-  SolidDeck deck = patch(material, {}, {{1, 2, 3, 4, 5, 6, 7, 8}});
+SolidDeck loadedBrick(const Material& material, std::size_t component) {
+  SolidDeck deck = patch(material, {}, 8, {1, 2, 3, 4, 5, 6, 7, 8});
   for (int n = 1; n <= 8; ++n) {
     const Vector3& x = deck.nodes[static_cast<std::size_t>(n - 1)];
     for (std::size_t normal = 0; normal < 3; ++normal) {
@@ -97,7 +86,7 @@ SolidDeck loadedBrick(const MaterialCards& material, std::size_t component) {
   return deck;
 }
 
-SolidDeck loadedTetrahedra(const MaterialCards& material, std::size_t component) {
+SolidDeck loadedTetrahedra(const Material& material, std::size_t component) {
   SolidDeck deck = tetrahedronPatch(material);
   constexpr std::size_t normal[6] = {2, 2, 1, 0, 1, 0};  // low z, high z, low y, high x, high y, low x
   for (std::size_t e = 0; e < 12; ++e) {
@@ -111,7 +100,7 @@ SolidDeck loadedTetrahedra(const MaterialCards& material, std::size_t component)
 }
 
 TEST(UnitStates, NodalForcesOnABrickAndFaceLoadsOnTetrahedraGiveEachStressComponentAlone) {
-  const MaterialCards material = MaterialCards::isotropic(210.0, 0.3);
+  const Material material = MaterialCards::isotropic(210.0, 0.3);
   for (std::size_t component = 0; component < 6; ++component) {
     constexpr std::size_t fileColumn[6] = {0, 1, 3, 2, 4, 5};  // files list xx yy zz xy xz yz
     const std::size_t own = fileColumn[component];

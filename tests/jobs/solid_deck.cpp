@@ -64,32 +64,22 @@ void writeNodes(std::ostream& out, const SolidDeck& deck) {
   for (const Vector3& node : deck.nodes) card(out, ++number, node);
 }
 
-void writeCurve(std::ostream& out, const std::vector<std::array<double, 2>>& curve) {
-  card(out, curve.size());
-  for (const auto& point : curve) card(out, point);
-}
-
-/// The slots of a material as its records give them.
-std::map<int, double> slotsOf(const MaterialCards& m) {
-  std::map<int, double> slots = m.slots;
-  slots.insert({{1, m.E[0]}, {2, m.xy}, {4, m.density}, {20, 1}, {26, 1}, {36, m.yx}, {37, m.E[1]}, {38, m.xz}});
-  slots.insert({{39, m.zx}, {40, m.E[2]}, {41, m.yz}, {42, m.zy}, {43, m.G[0]}, {68, m.G[1]}, {69, m.G[2]}});
-  slots.insert({{44, m.angles[1]}, {72, m.angles[0]}, {73, m.angles[2]}, {64, m.referenceTemperature}});
-  constexpr int map[6] = {45, 46, 47, 48, 70, 71};
-  for (std::size_t i = 0; i < 6; ++i) slots.insert({map[i], m.stressMap[i]});
-  return slots;
+void writePoints(std::ostream& out, const TemperatureCurve& curve) {
+  for (std::size_t i = 0; i < curve.X.size(); ++i) card(out, curve.X[i], curve.Y[i]);
 }
 
 void writeMaterials(std::ostream& out, const SolidDeck& deck) {
   int number = 0;
-  for (const MaterialCards& m : deck.materials) {
+  for (const Material& m : deck.materials) {
     out << "material\n" << ++number << '\n';
-    card(out, m.codes);
-    out << slotRecords(slotsOf(m));
-    writeCurve(out, m.youngCurve);
-    writeCurve(out, m.poissonCurve);
-    writeCurve(out, m.yieldCurve);
-    for (const auto& point : m.stressStrain) card(out, point);
+    card(out, static_cast<int>(m.NCRIT), static_cast<int>(m.NCRIP), static_cast<int>(m.NTINT),
+         static_cast<int>(m.NFLUG), static_cast<int>(m.NHARD), static_cast<int>(m.NMATX));
+    out << slotRecords(m);
+    for (const TemperatureCurve* curve : {&m.young, &m.poisson, &m.yield}) {
+      card(out, curve->X.size());
+      writePoints(out, *curve);
+    }
+    writePoints(out, m.stressStrain);
   }
   out << "end of materials\n";
 }
@@ -132,39 +122,36 @@ void writeStep(std::ostream& out, const SolidDeck& deck, const LoadStepCards& st
 
 }  // namespace
 
-std::string slotRecords(std::map<int, double> slots) {
+std::string slotRecords(const Material& material) {
   using Runs = std::vector<std::array<int, 2>>;  // of slots, first and last
   std::ostringstream out;
   out.precision(17);
   for (const Runs& record : {Runs{{1, 29}}, Runs{{30, 31}, {51, 54}, {93, 100}}, Runs{{32, 34}, {36, 43}, {68, 69}},
                              Runs{{44, 44}, {72, 79}, {45, 48}, {70, 71}}, Runs{{49, 50}}, Runs{{55, 64}}}) {
     for (const auto& [first, last] : record)
-      for (int slot = first; slot <= last; ++slot) out << slots[slot] << ' ';
+      for (int slot = first; slot <= last; ++slot) out << material(slot) << ' ';
     out << '\n';
   }
   return out.str();
 }
 
-MaterialCards MaterialCards::isotropic(double modulus, double nu, double density) {
-  MaterialCards m;
-  m.E = {modulus, modulus, modulus};
-  m.xy = m.yx = m.xz = m.zx = m.yz = m.zy = nu;
-  m.density = density;
+Material MaterialCards::isotropic(double E, double nu, const Slots& more, const std::array<int, 6>& codes) {
+  Material m = with(isotropicMaterial(E, nu, {{slot::yieldRatio, 1.0}, {slot::potentialRatio, 1.0}}), more);
+  m.NCRIT = Criterion{codes[0]};
+  m.NCRIP = Criterion{codes[1]};
+  m.NTINT = Law{codes[2]};
+  m.NFLUG = Flow{codes[3]};
+  m.NHARD = HardeningVariable{codes[4]};
+  m.NMATX = TangentChoice{codes[5]};
   return m;
 }
 
-MaterialCards MaterialCards::damaging(double modulus, double nu, double strength, double fractureEnergy) {
-  MaterialCards m = isotropic(modulus, nu);
-  m.codes = {2, 2, 4, 2, 1, 1};
-  m.slots = {{30, strength}, {31, 1}, {54, fractureEnergy}};
-  return m;
+Material MaterialCards::damaging(double E, double nu, double strength, double fractureEnergy, const Slots& more) {
+  return with(isotropic(E, nu, {{30, strength}, {31, 1.0}, {54, fractureEnergy}}, {2, 2, 4, 2, 1, 1}), more);
 }
 
-MaterialCards MaterialCards::plastic(double modulus, double nu, double yieldStress, double slope) {
-  MaterialCards m = isotropic(modulus, nu);
-  m.codes = {2, 2, 8, 2, 3, 2};
-  m.slots = {{7, yieldStress}, {8, 1}, {9, 1}, {10, 1}, {11, slope}, {12, 1}};
-  return m;
+Material MaterialCards::plastic(double E, double nu, double yieldStress, double slope) {
+  return isotropic(E, nu, {{7, yieldStress}, {8, 1}, {9, 1}, {10, 1}, {11, slope}, {12, 1}}, {2, 2, 8, 2, 3, 2});
 }
 
 std::string SolidDeck::text() const {
@@ -203,7 +190,7 @@ void splitIntoTetrahedra(SolidDeck& deck) {
   deck.elements = tetrahedra;
 }
 
-SolidDeck symmetricCube(const MaterialCards& material, double drive, int bricks) {
+SolidDeck symmetricCube(const Material& material, double drive, int bricks) {
   SolidDeck deck;
   deck.materials = {material};
   BrickGrid{bricks, 1, 1}.addTo(deck, [&](int i, int j, int k) {

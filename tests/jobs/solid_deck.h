@@ -6,35 +6,25 @@
 #include <string>
 #include <vector>
 
+#include "constitutive/sample_materials.h"
+
 namespace zema::test {
 
 using Vector3 = std::array<double, 3>;
 
-/// A material: orthotropic elastic members, and for an inelastic one its codes and slots.
+/// Materials of decks, in the units of the cards, whose criteria have ratios of 1; codes: criterion, potential, law,
+/// flow, hardening, tangent; further slots.
 struct MaterialCards {
-  static MaterialCards isotropic(double E, double nu, double density = 0.0);
+  static Material isotropic(double E, double nu, const Slots& more = {},
+                            const std::array<int, 6>& codes = {2, 2, 0, 2, 1, 1});
   /// Isotropic damage by von Mises, exponential with this fracture energy.
-  static MaterialCards damaging(double E, double nu, double strength, double fractureEnergy);
+  static Material damaging(double E, double nu, double strength, double fractureEnergy, const Slots& more = {});
   /// Plastic by von Mises, with a straight hardening curve; its slope over the strain.
-  static MaterialCards plastic(double E, double nu, double yieldStress, double slope = 0.0);
-
-  std::array<double, 3> E{};                              ///< Exx, Eyy, Ezz
-  double xy = 0, yx = 0, xz = 0, zx = 0, yz = 0, zy = 0;  ///< Poisson coefficients
-  std::array<double, 3> G{};                              ///< Gxy, Gxz, Gyz; 0: computed
-  double density = 0.0;
-  Vector3 angles{};  ///< Euler angles in the order of the rotation, degrees
-  double referenceTemperature = 0.0;
-  std::vector<std::array<double, 2>> youngCurve;
-  std::vector<std::array<double, 2>> poissonCurve;
-  std::array<double, 6> stressMap{1, 1, 1, 1, 1, 1};  ///< xx yy xy zz xz yz
-  std::array<int, 6> codes{2, 2, 0, 2, 1, 1};         ///< criterion, potential, law, flow, hardening, tangent
-  std::map<int, double> slots;                        ///< further slots by number; they win over the members
-  std::vector<std::array<double, 2>> yieldCurve;
-  std::vector<std::array<double, 2>> stressStrain;  ///< points of hardening curve 5
+  static Material plastic(double E, double nu, double yieldStress, double slope = 0.0);
 };
 
-/// Records 4 to 9 of a material; slots without a value are 0.
-std::string slotRecords(std::map<int, double> slots);
+/// Records 4 to 9 of a material.
+std::string slotRecords(const Material& material);
 
 struct LayerCards {
   double fraction = 1.0;
@@ -104,7 +94,7 @@ struct SolidDeck {
   std::vector<Vector3> nodes;
   std::vector<ElementCard> elements;
   std::vector<std::vector<LayerCards>> composites{{LayerCards{}}};
-  std::vector<MaterialCards> materials;
+  std::vector<Material> materials;
   std::vector<std::string> curves;  ///< lines after the "CURV," card, four or more a curve
   int curveCount = 0;
   std::vector<LoadStepCards> steps{LoadStepCards{}};
@@ -144,6 +134,6 @@ void splitIntoTetrahedra(SolidDeck& deck);
 
 /// A cube of edge 1, of bricks in a row along x, with its three faces at the origin on symmetry planes; the face x = 1
 /// is driven (prescribed x displacement) when `drive` is not 0.
-SolidDeck symmetricCube(const MaterialCards& material, double drive = 0.0, int bricks = 1);
+SolidDeck symmetricCube(const Material& material, double drive = 0.0, int bricks = 1);
 
 }  // namespace zema::test

@@ -9,7 +9,7 @@
 #include <random>
 
 #include "constitutive/sample_materials.h"
-#include "foundation/errors.h"
+#include "foundation/ends.h"
 #include "kernel/solid_model.h"
 #include "tensor/voigt.h"
 
@@ -74,26 +74,18 @@ void expectNear(std::span<const double> values, std::span<const double> expected
 TEST_F(Solid3DTest, RefusesElementsThatItCannotForm) {
   use(test::cubeNodes, oneBrick);
   ElementData& element = model.mesh.elements[0];
-  const auto messageOf = [this] {
-    try {
-      makeSolid3D()->prepare(model);
-    } catch (const InputFault& fault) {
-      return std::string(fault.what());
-    } catch (const PlainStop& stop) {
-      return stop.console() + stop.listing();
-    }
-    return std::string("accepted");
-  };
+  const auto end = [this] { return endOf([this] { makeSolid3D()->prepare(model); }); };
 
   element.NINTE = 7;
-  EXPECT_EQ(messageOf(),
-            "element 1: no integration rule has NINTE = 7 and NGAUS = 2; NINTE goes from 1 to 5, NGAUS from 1 to 2");
+  EXPECT_EQ(
+      end(),
+      "fault element 1: no integration rule has NINTE = 7 and NGAUS = 2; NINTE goes from 1 to 5, NGAUS from 1 to 2");
   element.NTYPE = 20;
-  EXPECT_EQ(messageOf(), "element 1: type 20 (NTYPE) has no meaning in this kernel; solids are of type 6");
+  EXPECT_EQ(end(), "fault element 1: type 20 (NTYPE) has no meaning in this kernel; solids are of type 6");
   EXPECT_EQ(makeSolid3D()->TYPE(20, 8, 2).points(), 0);
   element.NTYPE = 6;
   element.NNODE = 6;
-  EXPECT_EQ(messageOf(), "  INCORRECT NNODE ...NNODE =  6  SUBROUTINE : SFR3D\n  ELEMENT:  1\n");
+  EXPECT_EQ(end(), "stop   INCORRECT NNODE ...NNODE =  6  SUBROUTINE : SFR3D\n  ELEMENT:  1\n");
 }
 
 TEST_F(Solid3DTest, VolumeBodyForceAndFaceLoadAddUp) {
@@ -119,9 +111,7 @@ TEST_F(Solid3DTest, VolumeBodyForceAndFaceLoadAddUp) {
 
 TEST_F(Solid3DTest, CurrentMeasuresOfAMaterialStayInItsAxes) {
   // Turns of 20 + 30 + 40 degrees about z: the stretch of 1.2 along x is one along the material's -y.
-  Material material = orthotropicMaterial();
-  material(slot::angleAboutY) = 40.0;
-  use(test::cubeNodes, oneBrick, material);
+  use(test::cubeNodes, oneBrick, orthotropicMaterial({{slot::angleAboutY, 40.0}}));
   model.mesh.elements[0].EAEULER = {20.0, 0.0, 0.0};
   model.composites(1).layers[0].LAEULER = {30.0, 0.0, 0.0};
   model.control.LARGE = 1;
@@ -183,8 +173,11 @@ TEST_F(Solid3DTest, ElementSwitchedOnLateStartsFromZeroStrainAndRate) {
   };
   const MechanicalPlaces places = model.points.places();
   stretch(0.01, 2.0);
+  model.points.internal(StateSlot::committed, 0, 0, 1)[internal::damage] = 0.5;
   expectNear(internalForce(), std::vector<double>(24, 0.0), 0.0);
   EXPECT_TRUE(strain(places.STRAT()).isZero());
+  EXPECT_TRUE(strain(places.STRSG()).isZero());
+  EXPECT_EQ(model.points.internal(StateSlot::trial, 0, 0, 1)[internal::damage], 0.5);
   model.points.commit();
 
   model.loadStep.ACTIV = {1, 1};
@@ -216,11 +209,9 @@ TEST_F(Solid3DTest, AReleasedDirectionHasNoStiffness) {
 }
 
 TEST_F(Solid3DTest, ThicknessMultipliesTheResidualAlone) {
-  Material material = isotropicMaterial(1000.0, 0.25);
   std::array<std::vector<double>, 2> force, ESTIF;
   for (const std::size_t thick : {0U, 1U}) {
-    material(slot::thickness) = thick == 1 ? 3.0 : 1.0;
-    use(crookedNodes(), oneBrick, material);
+    use(crookedNodes(), oneBrick, isotropicMaterial(1000.0, 0.25, {{slot::thickness, thick == 1 ? 3.0 : 1.0}}));
     prepare();
     disturb(0.01);
     force[thick] = internalForce();

@@ -5,7 +5,7 @@
 
 #include <sstream>
 
-#include "foundation/errors.h"
+#include "foundation/ends.h"
 #include "job/file_set.h"
 #include "results/curve_values.h"
 #include "results/listing.h"
@@ -24,14 +24,8 @@ class CurvesTest : public test::ResultTest {
   double value(const std::string& word, const std::array<int, 5>& KDATS = {}) {
     return CurveSource(job, model, *kernel, StateSlot::committed).BUSCUR(word, KDATS);
   }
-  /// Message and first number of the stop that a word ends with.
-  std::string stopOf(const std::string& word, const std::array<int, 5>& KDATS) {
-    try {
-      value(word, KDATS);
-    } catch (const RunEnd& stop) {
-      return stop.what() + std::to_string(static_cast<int>(stop.A()));
-    }
-    return "no stop";
+  std::string endWith(const std::string& word, const std::array<int, 5>& KDATS) {
+    return endOf([&] { return value(word, KDATS); });
   }
 };
 
@@ -52,15 +46,7 @@ TEST_F(CurvesTest, FilesHaveTheirHeadAtTheFirstOutputOfTheJobOnly) {
 
   const auto lastLine = [this](const char* name) { return folder.read(name).substr(204); };
   EXPECT_EQ(job.IRUN.KCURV, 2);
-  EXPECT_EQ(folder.read("a.AA"), R"(#    1 (2E20.8)
-#    1    0
-#load and its pat
-#X-DISPL            2   1   1   0   0
-#Y-IINCS            0   0   0   0   0
-          0.00000000          0.00000000
-         -0.50000000          2.00000000
-         -0.50000000          3.00000000
-)");
+  EXPECT_EQ(folder.read("a.AA"), test::dataFile("results/curve.AA"));
   EXPECT_EQ(lastLine("a.AB"), "         -0.50000000          3.00000000\n");
   EXPECT_EQ(lastLine("a.AC"), "          0.00000000         -0.50000000\n");
   EXPECT_TRUE(folder.has("a.AD") && folder.read("a.AD").empty());
@@ -105,12 +91,12 @@ TEST_F(CurvesTest, WordsAndParametersChooseTheValue) {
 TEST_F(CurvesTest, StopsNameTheNodeTheDirectionOrTheElementKind) {
   model.working.NOFIX = {4};
   model.fixities.TREACM = {0.0, 0.0, 0.0};
-  EXPECT_EQ(stopOf("Y-TREAC", {5, 1}), "ERROR EN BUSCUR: NO ENCUENTRO IPOIN = 5");
-  EXPECT_EQ(stopOf("Y-RCTOT", {3}), "ERROR EN BUSCUR: NO SE SUMAN REACC EN RCTOT 3");
+  EXPECT_EQ(endWith("Y-TREAC", {5, 1}), "run end ERROR EN BUSCUR: NO ENCUENTRO IPOIN =  5.0 0.0");
+  EXPECT_EQ(endWith("Y-RCTOT", {3}), "run end ERROR EN BUSCUR: NO SE SUMAN REACC EN RCTOT  3.0 0.0");
 
   model.mesh.elements[0].NNODE = 6;
   testing::internal::CaptureStdout();
-  EXPECT_EQ(stopOf("X-IINCS", {}), "ERROR EN BUSCUR: NNODE NO CORRESPONDE A NINGUN ELEM 6");
+  EXPECT_EQ(endWith("X-IINCS", {}), "run end ERROR EN BUSCUR: NNODE NO CORRESPONDE A NINGUN ELEM  6.0 0.0");
   EXPECT_EQ(testing::internal::GetCapturedStdout(), "ELEM TRIDIMIENSIONAL INEXISTENTE\n");
 }
 

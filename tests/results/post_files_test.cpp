@@ -27,36 +27,8 @@ TEST_F(PostFilesTest, MixedMeshKeepsEveryElementUnderItsOwnKind) {
 
   GEOPOST(job, model, *kernel);
 
-  EXPECT_EQ(written(channel::postMesh), R"(MESH "TETRA-G1" Dimension 3 Elemtype TetraHedra   Nnode 4
- Coordinates
-        10.000000E+000.000000E+000.000000E+00
-        2-.150000E+010.000000E+000.000000E+00
-        30.000000E+000.100000E+010.000000E+00
-        40.000000E+000.000000E+000.123457E+06
- End Coordinates
- Elements
-        2        1        3        2        4      2
- End elements
-MESH "HEXA-G8"  Dimension 3 Elemtype HexaHedra    Nnode 8
- Coordinates
- End Coordinates
- Elements
-        1        1        2        3        4        4        3        2        1      1
- End elements
-)");
-  EXPECT_EQ(written(channel::postResults), R"( Qor Post Results File 1.0
-
- GaussPoints  "TETRA-G1"       Elemtype   TetraHedra     "TETRA-G1"  
- Number of Gauss Points:   1
- Natural Coordinates   : Internal
- End GaussPoints
-
- GaussPoints  "HEXA-G8"        Elemtype   HexaHedra      "HEXA-G8"   
- Number of Gauss Points:   8
- Natural Coordinates   : Internal
- End GaussPoints
-
-)");
+  EXPECT_EQ(written(channel::postMesh), test::dataFile("results/mixed.post.msh"));
+  EXPECT_EQ(written(channel::postResults), test::dataFile("results/mixed.post.res"));
   model.mesh.elements[1].NNODE = 6;  // unknown: blank words
   GEOPOST(job, model, *kernel);
   EXPECT_THAT(written(channel::postMesh), StartsWith("MESH            Dimension 3 Elemtype              Nnode 6\n"));
@@ -73,39 +45,8 @@ TEST_F(PostFilesTest, OneBlockOfEachQuantityShowsTheCommittedStateInTheCurrentCo
   model.increment.IPOST3D = {1, 1, 1, 1};
   model.increment.IIFLAG[internal::damage] = 1;
   model.increment.IIFLAG[14] = 1;  // beyond the names: no block
-  const std::string onPoints = " OnGaussPoints \"TETRA-G1\"  \n";
-  const std::string strains =
-      onPoints + "ComponentNames \"Exx\" \"Eyy\" \"Ezz\" \"Exy\" \"Exz\" \"Eyz\"\n Values\n    1";
-  const std::string zeros = "        0.000000000000000        0.000000000000000";
 
-  EXPECT_EQ(blocks(), R"(Result "DISPLACEMENTS" "DISPLACEMENTS"   0.250000E+01 Vector Onnodes
- ComponentNames "DX" "DY ""DZ"
- Values
-    1         0.000000000000000        -2.000000000000000         0.000000000000000
-    2         1.000000000000000        -2.000000000000000         0.000000000000000
-    3         0.000000000000000        -2.000000000000000         0.000000000000000
-    4         0.000000000000000        -2.000000000000000         0.000000000000000
- End Values
-Result "STRESSES//COMPOSITE" "MECHANICAL"                           0.250000E+01 Matrix)" +
-                          onPoints +
-                          R"(ComponentNames "Sxx" "Syy" "Szz" "Sxy" "Sxz" "Syz"
- Values
-    1        1.000000000000000        2.000000000000000        4.000000000000000)" +
-                          R"(        3.000000000000000        5.000000000000000        6.000000000000000
- End Values
-Result "STRAINS//TOTAL//COMPOSITE" "MECHANICAL"                               0.250000E+01 Matrix)" +
-                          strains + "        0.500000000000000" + zeros + "        0.250000000000000" + zeros + R"(
- End Values
-Result "STRAINS//PLASTIC//COMPOSITE" "MECHANICAL"                             0.250000E+01 Matrix)" +
-                          strains + zeros + "        0.125000000000000        0.000000000000000" + zeros + R"(
- End Values
-Result "INT.VAR.//COMPOSITE//DEGMA" "MECHANICAL"                              0.250000E+01 Scalar)" +
-                          onPoints +
-                          R"( ComponentNames "DEGMA"
- Values
-    1        0.750000000000000
- End Values
-)");
+  EXPECT_EQ(blocks(), test::dataFile("results/blocks.post.res"));
 }
 
 TEST_F(PostFilesTest, BrickPointsFollowTheWalkOfTheFile) {

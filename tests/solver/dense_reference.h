@@ -9,12 +9,9 @@
 
 namespace zema {
 
-// Prescribed value of each position, plus the solution of the free ones. No row exchange: the diagonal must outweigh
-// its row.
-inline std::vector<double> denseResult(const ListedElements& source, const EquationSystem& system, RightHandSide side) {
-  std::vector<double> result = system.prescribed(side);
-  const std::size_t n = result.size();
-  std::vector K(n, std::vector<double>(n + 1));  // the last column is the right-hand side
+// The assembled matrix of n positions, with the load in a last column.
+inline std::vector<std::vector<double>> assembled(const ListedElements& source, std::size_t n, RightHandSide side) {
+  std::vector K(n, std::vector<double>(n + 1));
   for (int e = 0; e < source.elements(); ++e) {
     const std::span<const int> positions = source.positions(e);
     for (std::size_t r = 0; r < positions.size(); ++r) {
@@ -24,6 +21,15 @@ inline std::vector<double> denseResult(const ListedElements& source, const Equat
         row[static_cast<std::size_t>(positions[c])] += source.element(e).ESTIF[r * positions.size() + c];
     }
   }
+  return K;
+}
+
+// Prescribed value of each position, plus the solution of the free ones. No row exchange: the diagonal must outweigh
+// its row.
+inline std::vector<double> denseResult(const ListedElements& source, const EquationSystem& system, RightHandSide side) {
+  std::vector<double> result = system.prescribed(side);
+  const std::size_t n = result.size();
+  std::vector<std::vector<double>> K = assembled(source, n, side);
   for (std::size_t p = 0; p < n; ++p) {
     if (system.IPERM[p] != 0) continue;
     K[p].assign(n + 1, 0.0);  // the equation of a fixed position: x = prescribed
