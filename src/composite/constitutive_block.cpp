@@ -119,6 +119,16 @@ void ConstitutiveBlock<N>::planWhatIsUsed(const Model& model) {
 }
 
 template <int N>
+bool ConstitutiveBlock<N>::isOnePart(const CompositePlan<N>& plan) const {
+  if (plan.layers.size() != 1) return false;
+  const LayerPlan<N>& layer = plan.layers[0];
+  if (layer.kind != LayerKind::parallel || layer.components.size() != 1) return false;
+  const ComponentPlan<N>& component = layer.components[0];
+  return layer.VOLFLAY == 1.0 && component.VOLFMAT == 1.0 && layer.LAYAEULER.none() &&
+         elastic_[static_cast<std::size_t>(component.material - 1)].axes.none();
+}
+
+template <int N>
 void ConstitutiveBlock<N>::formTables(const Model& model, std::optional<double> temperature) {
   for (const std::size_t m : usedMaterials_)
     elastic_[m] = MODPS<N>(model.materials.all[m], static_cast<int>(m) + 1, temperature);
@@ -131,7 +141,9 @@ void ConstitutiveBlock<N>::formTables(const Model& model, std::optional<double> 
       throw InputFault("composite " + std::to_string(c + 1) + ": its elastic matrix has no inverse; check its shares");
   }
   for (GlobalMatrices& matrices : global_) {
-    const ElasticRecord<N>& record = composite_[static_cast<std::size_t>(matrices.composite)];
+    const auto composite = static_cast<std::size_t>(matrices.composite);
+    const ElasticRecord<N>& record = composite_[composite];
+    matrices.isPlain = matrices.axes.none() && isOnePart(plans_[composite]);
     matrices.elastic = record.VDMANX;
     ROTM(matrices.elastic, matrices.axes, Direction::toGlobal);
     matrices.viscous = record.VCVISC;
@@ -203,7 +215,7 @@ void ConstitutiveBlock<N>::refreshElasticTangents(PointStore& points, StateSlot 
 template <int N>
 void ConstitutiveBlock<N>::carryOver(PointStore& points, int e, int point) const {
   const PointStore& stored = points;
-  for (int component = 0; component < points.componentsOf(e); ++component) {
+  for (int component = 0; component < points.recordsOf(e); ++component) {
     std::ranges::copy(stored.mechanical(StateSlot::committed, e, point, component),
                       points.mechanical(StateSlot::trial, e, point, component).data());
     std::ranges::copy(stored.internal(StateSlot::committed, e, point, component),
@@ -217,7 +229,7 @@ void ConstitutiveBlock<N>::carryInactive(Model& model, int e, int point, const S
                                          const Strain<N>& VSTRFAS) const {
   constexpr MechanicalPlaces places{N};
   carryOver(model.points, e, point);
-  for (int component = 0; component < model.points.componentsOf(e); ++component) {
+  for (int component = 0; component < model.points.recordsOf(e); ++component) {
     const std::span<double> trial = model.points.mechanical(StateSlot::trial, e, point, component);
     Stress<N>{}.copyTo(trial, places.STRSG());
     Strain<N>{}.copyTo(trial, places.STRAT());
@@ -242,6 +254,7 @@ PointResult<N> ConstitutiveBlock<N>::RESI2D(Model& model, const PointUpdate<N>& 
   const GlobalMatrices& matrices = inGlobal(update.e);
   const Matrix<N>& tangent =
       mixed.elasticMatrix ? composite_[static_cast<std::size_t>(matrices.composite)].VDMANX : mixed.tangent;
+  if (matrices.isPlain && points.recordsOf(update.e) == 1) return {mixed.stress, mixed.sums};  // written as component
   ROTV(mixed.stress, matrices.axes, Direction::toGlobal);
   if (!mixed.STRAP.isZero()) ROTV(mixed.STRAP, matrices.axes, Direction::toGlobal);
   writeComposite(points, update, mixed, tangent);

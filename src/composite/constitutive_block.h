@@ -74,6 +74,10 @@ class ConstitutiveBlock {
     return matrices.isViscous ? &matrices.viscous : nullptr;
   }
 
+  /// Whether the composite of element e is one component that shares its axes: the component's records are those of the
+  /// composite as well.
+  [[nodiscard]] bool isPlain(int e) const { return inGlobal(e).isPlain; }
+
   /// Density of composite c (number from 1), mass / length^3.
   [[nodiscard]] double DENSV(int c) const { return DENSV_[static_cast<std::size_t>(c - 1)]; }
   /// Material m (number from 1) with the yield values of the temperature in force.
@@ -94,11 +98,14 @@ class ConstitutiveBlock {
     Matrix<N> elastic;
     Matrix<N> viscous;
     bool isViscous = false;
+    bool isPlain = false;  ///< one component in the axes of the element, with nothing to mix or turn
   };
 
   void placeElements(const Model& model);
   void planWhatIsUsed(const Model& model);
   void formTables(const Model& model, std::optional<double> temperature);
+  /// Whether a composite is one whole component in layer and material axes of no angle.
+  [[nodiscard]] bool isOnePart(const CompositePlan<N>& plan) const;
   [[nodiscard]] const GlobalMatrices& inGlobal(int e) const {
     return global_[static_cast<std::size_t>(ofElement_[static_cast<std::size_t>(e)])];
   }

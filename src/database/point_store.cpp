@@ -5,16 +5,16 @@
 
 namespace zema {
 
-PointStore::PointStore(int NSTR1, std::span<const int> points, std::span<const int> components)
+PointStore::PointStore(int NSTR1, std::span<const int> points, std::span<const int> records)
     : NSTR1_(NSTR1),
       LVAR1_(static_cast<std::size_t>(MechanicalPlaces{NSTR1}.size())),
       LVAR2_(static_cast<std::size_t>(internal::count + NSTR1 * NSTR1)),
       points_(points.begin(), points.end()),
-      components_(components.begin(), components.end()) {
+      records_(records.begin(), records.end()) {
   std::size_t rows = 0;
   for (std::size_t e = 0; e < points.size(); ++e) {
     first_.push_back(rows);
-    rows += static_cast<std::size_t>(points[e]) * static_cast<std::size_t>(components[e]);
+    rows += static_cast<std::size_t>(points[e]) * static_cast<std::size_t>(records[e]);
   }
   for (const std::size_t slot : {index(StateSlot::committed), index(StateSlot::trial)}) {
     mechanical_[slot] = ZeroedBlock(rows * LVAR1_);

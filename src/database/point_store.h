@@ -54,13 +54,15 @@ inline constexpr int count = 16;                 ///< places of INTVAR; the tang
 }  // namespace internal
 
 /// Rows of all points, addressed by element, point and component. Component 0 is the composite as a whole,
-/// component LOCMA its simple material of that running number. A point's number counts the places (i, j, k) of the
-/// element's NGAUS cube (square in the plane), the last index fastest.
+/// component LOCMA its simple material of that running number; where the composite is nothing but its material, one
+/// record serves both. A point's number counts the places (i, j, k) of the element's NGAUS cube (square in the plane),
+/// the last index fastest.
 class PointStore {
  public:
   PointStore() = default;
-  /// points[e], components[e]: places and records per place (NUMAT) of element e. All rows start at 0.
-  PointStore(int NSTR1, std::span<const int> points, std::span<const int> components);
+  /// points[e], records[e]: places of element e and records per place: NUMAT, or 1 that stands for component 0 and 1.
+  /// All rows start at 0.
+  PointStore(int NSTR1, std::span<const int> points, std::span<const int> records);
 
   /// Mechanical record, LVAR1 = 9 n + 11 reals.
   [[nodiscard]] std::span<double> mechanical(StateSlot slot, int e, int point, int component) {
@@ -93,15 +95,16 @@ class PointStore {
 
   [[nodiscard]] int elements() const { return static_cast<int>(points_.size()); }
   [[nodiscard]] int pointsOf(int e) const { return points_[static_cast<std::size_t>(e)]; }
-  [[nodiscard]] int componentsOf(int e) const { return components_[static_cast<std::size_t>(e)]; }
+  /// Records per place.
+  [[nodiscard]] int recordsOf(int e) const { return records_[static_cast<std::size_t>(e)]; }
   [[nodiscard]] MechanicalPlaces places() const { return {NSTR1_}; }
 
  private:
   [[nodiscard]] static std::size_t index(StateSlot slot) { return slot == StateSlot::committed ? 0 : 1; }
   [[nodiscard]] std::size_t row(int e, int point, int component) const {
-    return first_[static_cast<std::size_t>(e)] +
-           static_cast<std::size_t>(point) * static_cast<std::size_t>(components_[static_cast<std::size_t>(e)]) +
-           static_cast<std::size_t>(component);
+    const auto records = static_cast<std::size_t>(recordsOf(e));
+    return first_[static_cast<std::size_t>(e)] + static_cast<std::size_t>(point) * records +
+           (records == 1 ? 0 : static_cast<std::size_t>(component));
   }
   [[nodiscard]] static std::span<double> record(ZeroedBlock& all, std::size_t length, std::size_t row) {
     return {all.data() + row * length, length};
@@ -115,7 +118,7 @@ class PointStore {
   std::size_t LVAR2_ = 0;
   std::vector<std::size_t> first_;  // first row of an element
   std::vector<int> points_;
-  std::vector<int> components_;
+  std::vector<int> records_;
   std::array<ZeroedBlock, 2> mechanical_;
   std::array<ZeroedBlock, 2> internal_;
 };

@@ -139,11 +139,11 @@ void transferRows(Archive& archive, PointStore& points, StateSlot slot) {
   RowTransfer internalRows(archive, internal, points.internalLength());
   std::size_t number = 0;
   for (int e = 0; e < points.elements(); ++e) {
-    const auto components = static_cast<std::size_t>(points.componentsOf(e));
-    const std::size_t last = number + components * static_cast<std::size_t>(points.pointsOf(e));
+    const auto records = static_cast<std::size_t>(points.recordsOf(e));
+    const std::size_t last = number + records * static_cast<std::size_t>(points.pointsOf(e));
     for (; number < last; ++number) {
-      mechanicalRows.row(number, components);
-      internalRows.row(number, components);
+      mechanicalRows.row(number, records);
+      internalRows.row(number, records);
     }
   }
 }

@@ -186,12 +186,13 @@ void Solid3D::prepare(Model& model) {
   }
   block_.emplace(model);
   std::vector<int> places;
-  std::vector<int> components;
-  for (const ElementData& element : model.mesh.elements) {
+  std::vector<int> records;
+  for (int e = 0; e < model.mesh.NELEM(); ++e) {
+    const ElementData& element = model.mesh.element(e);
     places.push_back(element.NGAUS * element.NGAUS * element.NGAUS);
-    components.push_back(model.composites(element.MATNO[0]).NUMAT);
+    records.push_back(block_->isPlain(e) ? 1 : model.composites(element.MATNO[0]).NUMAT);
   }
-  model.points = PointStore(solidProfile.NSTR1, places, components);
+  model.points = PointStore(solidProfile.NSTR1, places, records);
   const auto property = [&](int m, int place) { return model.materials(m)(place); };
   for (const Composite& composite : model.composites.all) {
     thickness_.push_back(PROCOM_V(composite, slot::thickness, property));
