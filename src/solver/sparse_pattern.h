@@ -29,6 +29,9 @@ class SparsePattern {
     return JA_PARD_[groupOf_[static_cast<std::size_t>(row)]];
   }
 
+  /// Group of a row, from 0: rows of a group have the same columns.
+  [[nodiscard]] int group(int row) const { return groupOf_[static_cast<std::size_t>(row)]; }
+
   /// Where the columns of element e go in the row of its degree of freedom r: places behind IA_PARD of that row, -1
   /// for a fixed column. r must be free.
   [[nodiscard]] std::span<const int> places(int e, int r) const;

@@ -8,6 +8,7 @@
 #include "foundation/errors.h"
 #include "foundation/parallel.h"
 #include "solver/blas_threads.h"
+#include "solver/multifrontal_factors.h"
 #include "solver/nested_dissection.h"
 #include "solver/phase_timer.h"
 #include "solver/sparse_factors.h"
@@ -15,9 +16,9 @@
 namespace zema {
 namespace {
 
-// Factors with more entries (256 MiB) give their memory back when they have served: the analysis, which must then be
+// Factors with more entries (512 MiB) give their memory back when they have served: the analysis, which must then be
 // repeated, takes a few percent of the factorisation, while the states of the points want memory next.
-constexpr long long keptEntries = 1LL << 25;
+constexpr long long keptEntries = 1LL << 26;
 
 class SparseSolver final : public Solver {
  public:
@@ -28,19 +29,19 @@ class SparseSolver final : public Solver {
   // The pattern has to wait for the elements.
   void restoreFactors(const EquationSystem& /*system*/, std::span<const double> values) override {
     restored_.assign(values.begin(), values.end());
-    factors_.reset();
+    forget();
     IPERM_.clear();
   }
 
   void release() override {
-    if (factors_ && factors_->entries() > keptEntries) factors_.reset();
+    if (hasFactors() && entries() > keptEntries) forget();
   }
 
  protected:
   void solveFree(const Task& task) override {
     EquationSystem& system = task.system;
     STARTENDPARDISO(task);
-    if (!task.newMatrix && !factors_) refactorise(task);
+    if (!task.newMatrix && !hasFactors()) refactorise(task);
     if (task.newMatrix) {
       restored_ = {};
       matrix_.reset(pattern_);
@@ -51,7 +52,7 @@ class SparseSolver final : public Solver {
     B_PARD_.assign(x.begin(), x.end());
     {
       const PhaseTimer timer(task.times.lower);
-      factors_->solve(x, task.pool.size());
+      solveWithFactors(task, x);
     }
     refine(task, x);
     const PhaseTimer timer(task.times.upper);
@@ -63,7 +64,7 @@ class SparseSolver final : public Solver {
   void STARTENDPARDISO(const Task& task) {
     if (IPERM_ == task.system.IPERM) return;
     const PhaseTimer timer(task.times.decomposition);
-    factors_.reset();
+    forget();
     const EquationGroups groups(task.source, task.system);
     const IntegerLists NEIG_NODES = PARD_NEIGHBORNODES(groups);
     pattern_ = SparsePattern(task.source, task.system, groups, NEIG_NODES);
@@ -74,13 +75,41 @@ class SparseSolver final : public Solver {
   void factorise(const Task& task) {
     const PhaseTimer timer(task.times.decomposition);
     const bool symmetric = matrix_.isSymmetric();
-    if (!factors_ || factors_->symmetric() != symmetric) {
-      factors_.reset();
-      factors_ = std::make_unique<SparseFactors>(pattern_, symmetric, order_);
+    const char* kind = "symmetric sparse factors";
+    if (!symmetric || !factoriseWithoutExchanges(task)) {
+      kind = symmetric ? "symmetric sparse factors with exchanges" : "unsymmetric sparse factors";
+      factoriseWithExchanges(task, symmetric);
     }
-    factors_->factorise(matrix_, task.pool.size());
-    task.report.note = std::string(symmetric ? "symmetric" : "unsymmetric") + " sparse factors, " +
-                       std::to_string(factors_->entries()) + " entries";
+    task.report.note = std::string(kind) + ", " + std::to_string(entries()) + " entries";
+  }
+
+  bool factoriseWithoutExchanges(const Task& task) {
+    exchanging_.reset();
+    if (!plain_) plain_ = std::make_unique<MultifrontalFactors>(pattern_, order_);
+    plain_->factorise(matrix_, task.pool);
+    return plain_->trustworthy();
+  }
+
+  void factoriseWithExchanges(const Task& task, bool symmetric) {
+    plain_.reset();
+    if (!exchanging_ || exchanging_->symmetric() != symmetric) {
+      exchanging_.reset();
+      exchanging_ = std::make_unique<SparseFactors>(pattern_, symmetric, order_);
+    }
+    exchanging_->factorise(matrix_, task.pool.size());
+  }
+
+  [[nodiscard]] bool hasFactors() const { return plain_ || exchanging_; }
+  [[nodiscard]] long long entries() const { return plain_ ? plain_->entries() : exchanging_->entries(); }
+
+  void forget() {
+    plain_.reset();
+    exchanging_.reset();
+  }
+
+  void solveWithFactors(const Task& task, std::span<double> x) {
+    if (plain_) return plain_->solve(x);
+    exchanging_->solve(x, task.pool.size());
   }
 
   // Factors of the matrix of before, which were released or belong to a restart.
@@ -104,7 +133,7 @@ class SparseSolver final : public Solver {
     double& ratio = task.report.residual.emplace(residual(task, x));
     for (int step = 0; step < mostSteps && ratio > goodEnough; ++step) {
       X_PARD_.assign(x.begin(), x.end());
-      factors_->solve(rest_, task.pool.size());
+      solveWithFactors(task, rest_);
       std::ranges::transform(x, rest_, x.begin(), std::plus<>());
       const double refined = residual(task, x);
       if (!(refined < ratio)) {
@@ -126,7 +155,8 @@ class SparseSolver final : public Solver {
   SparsePattern pattern_;
   std::vector<int> order_;
   SparseMatrix matrix_;
-  std::unique_ptr<SparseFactors> factors_;
+  std::unique_ptr<MultifrontalFactors> plain_;  // of a symmetric matrix that needs no exchanges; or else
+  std::unique_ptr<SparseFactors> exchanging_;
   std::vector<double> restored_;  // values of the matrix from a restart, until they can be factorised
   std::vector<double> B_PARD_;    // right-hand side
   std::vector<double> X_PARD_;    // solution before a step of refinement

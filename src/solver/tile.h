@@ -4,20 +4,13 @@
 #include <array>
 
 #include "solver/band_matrix.h"
+#include "solver/lines.h"
 
 namespace zema {
 
 /// Rows and columns of a tile. Small enough for the first cache together with its triangle, and for the steps on the
 /// diagonal to stay a small share of the work; large enough for matrix products at full speed.
 inline constexpr int tileSize = 32;
-
-/// Consecutive rows or columns, from 0.
-struct Lines {
-  int first;
-  int end;
-
-  [[nodiscard]] int count() const { return end - first; }
-};
 
 /// The lines of tile number t of a matrix with n lines.
 [[nodiscard]] Lines tileLines(int t, int n);
