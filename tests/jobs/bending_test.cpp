@@ -21,9 +21,7 @@ enum class BeamMesh { regular, trapezoid, parallelogram, tetrahedra };
 constexpr std::array tip{7, 14, 21, 28};  // nodes of the end
 
 SolidDeck slenderBeam(BeamMesh mesh) {
-  SolidDeck deck;
-  deck.materials = {MaterialCards::isotropic(1e7, 0.3)};
-  BrickGrid{6, 1, 1}.addTo(deck, [&](int i, int j, int k) {
+  SolidDeck deck = BrickGrid{6, 1, 1}.deck(MaterialCards::isotropic(1e7, 0.3), [&](int i, int j, int k) {
     const double y = 0.2 * j;
     const double slant = (y - 0.1) * (mesh == BeamMesh::trapezoid && i % 2 == 0 ? -1.0 : 1.0);
     const bool slanted = i > 0 && i < 6 && (mesh == BeamMesh::trapezoid || mesh == BeamMesh::parallelogram);
@@ -52,7 +50,7 @@ double tipRatio(SolidDeck deck, std::size_t direction, double reference) {
 /// Rotation of the tip about the axis under a unit torque by equal tangential forces, over the reference value.
 double twistRatio(SolidDeck deck) {
   for (const int node : tip) {
-    const Vector3& x = deck.nodes[static_cast<std::size_t>(node - 1)];
+    const Vector3& x = deck.node(node);
     const double y = x[1] - 0.1, z = x[2] - 0.05, share = 1.0 / (4.0 * (y * y + z * z));
     deck.steps[0].pointLoads[node] = {0.0, -z * share, y * share};
   }
@@ -82,9 +80,7 @@ TEST(SlenderBeam, PlainElementsShowTheKnownRatios) {
 
 TEST(ThickPlate, StressAtTheInnerEdgeAgreesWithTheKnownMeshValues) {
   const BrickGrid grid{8, 12, 4};
-  SolidDeck deck;
-  deck.materials = {MaterialCards::isotropic(210e9, 0.3)};
-  grid.addTo(deck, [](int i, int j, int k) {
+  SolidDeck deck = grid.deck(MaterialCards::isotropic(210e9, 0.3), [](int i, int j, int k) {
     const double angle = std::numbers::pi / 2.0 * j / 12, r = i / 8.0;
     return Vector3{(2 + 1.25 * r) * std::cos(angle), (1 + 1.75 * r) * std::sin(angle), -0.3 + 0.6 * k / 4};
   });
@@ -133,8 +129,7 @@ Table readTable(const std::string& problem, const std::string& file) {
 }
 
 SolidDeck referenceProblem(const std::string& problem) {
-  SolidDeck deck;
-  deck.materials = {MaterialCards::isotropic(200000.0, 0.3)};
+  SolidDeck deck{.materials = {MaterialCards::isotropic(200000.0, 0.3)}};
   for (const auto& row : readTable(problem, "nodes.csv")) deck.nodes.push_back({row[1], row[2], row[3]});
   for (const auto& row : readTable(problem, "elements.csv"))
     deck.elements.push_back({std::vector<int>(row.begin() + 1, row.end())});

@@ -10,8 +10,7 @@ namespace {
 /// The unit cube with further nodes (three coordinates each) in its inside; elements of n nodes each.
 SolidDeck patch(const Material& material, const std::vector<double>& innerNodes, std::size_t n,
                 const std::vector<int>& elements) {
-  SolidDeck deck;
-  deck.materials = {material};
+  SolidDeck deck{.materials = {material}};
   deck.nodes = {{0, 0, 0}, {1, 0, 0}, {1, 1, 0}, {0, 1, 0}, {0, 0, 1}, {1, 0, 1}, {1, 1, 1}, {0, 1, 1}};
   for (auto x = innerNodes.begin(); x != innerNodes.end(); x += 3) deck.nodes.push_back({x[0], x[1], x[2]});
   const auto size = static_cast<std::ptrdiff_t>(n);
@@ -49,8 +48,7 @@ TEST(PatchTest, IrregularBricksAndTetrahedraHoldAConstantStrainWithEverySolver) 
     for (SolidDeck deck : {brickPatch(material), tetrahedronPatch(material)}) {
       SCOPED_TRACE(testing::Message() << deck.elements.size() << " elements, NSOLV " << NSOLV);
       deck.NSOLV = NSOLV;
-      for (int n = 1; n <= 8; ++n)
-        deck.steps[0].fixities.push_back({n, 111, linearField(deck.nodes[static_cast<std::size_t>(n - 1)])});
+      for (int n = 1; n <= 8; ++n) deck.steps[0].fixities.push_back({n, 111, linearField(deck.node(n))});
 
       const auto results = solve(deck.text());
 
@@ -77,7 +75,7 @@ Vector3 traction(std::size_t component, std::size_t normal, double size) {
 SolidDeck loadedBrick(const Material& material, std::size_t component) {
   SolidDeck deck = patch(material, {}, 8, {1, 2, 3, 4, 5, 6, 7, 8});
   for (int n = 1; n <= 8; ++n) {
-    const Vector3& x = deck.nodes[static_cast<std::size_t>(n - 1)];
+    const Vector3& x = deck.node(n);
     for (std::size_t normal = 0; normal < 3; ++normal) {
       const Vector3 force = traction(component, normal, x[normal] == 1.0 ? 0.25 : -0.25);
       for (std::size_t i = 0; i < 3; ++i) deck.steps[0].pointLoads[n][i] += force[i];

@@ -17,13 +17,11 @@ constexpr BrickGrid grid{20, 1, 2};
 /// Half of a shallow arch y = rise cos(pi x / span), pinned at its end, under a load sin-shaped like itself, downwards.
 SolidDeck arch() {
   const auto shape = [](double i) { return std::cos(std::numbers::pi * i / 2.0 / grid.nx); };
-  SolidDeck deck;
-  deck.LARGE = 1;
-  deck.NSOLV = 2;
-  deck.materials = {MaterialCards::isotropic(E, 0.0)};
-  grid.addTo(deck, [&](int i, int j, int k) {
+  SolidDeck deck = grid.deck(MaterialCards::isotropic(E, 0.0), [&](int i, int j, int k) {
     return Vector3{span / 2.0 * i / grid.nx, double(j), depth * (k - 1) / 2.0 + rise * shape(i)};
   });
+  deck.LARGE = 1;
+  deck.NSOLV = 2;
   for (int i = 0; i <= grid.nx; ++i)
     for (int j = 0; j <= 1; ++j) {
       const double length = span / 2.0 / grid.nx * (i % grid.nx == 0 ? 0.5 : 1.0);
@@ -111,13 +109,14 @@ TEST(SofteningBar, FollowsItsPathByTheRelativeDisplacement) {
   for (const char* arc : {"5 0.0008 4 1", "6 0.0004 8 1"}) {  // the four pairs sum up to 4 steps, and have length 2
     SCOPED_TRACE(arc);
     const double length = arc[0] == '5' ? 4.0 : 0.5;  // of the elastic brick: with the longer one the end snaps back
-    SolidDeck deck;
-    deck.NSOLV = 2;
-    deck.materials = {MaterialCards::damaging(elastic, 0.0, strength, 1.0, {{51, 1}, {52, slope}, {53, 1}}),
-                      MaterialCards::isotropic(elastic, 0.0)};
-    deck.composites = {{LayerCards{}}, {LayerCards{.components = {{2, 1.0}}}}};
     const BrickGrid bar{2, 1, 1};
-    bar.addTo(deck, [&](int i, int j, int k) { return Vector3{i == 2 ? 1.0 + length : i, double(j), double(k)}; });
+    SolidDeck deck = bar.deck(MaterialCards::damaging(elastic, 0.0, strength, 1.0, {{51, 1}, {52, slope}, {53, 1}}),
+                              [&](int i, int j, int k) {
+                                return Vector3{i == 2 ? 1.0 + length : i, double(j), double(k)};
+                              });
+    deck.NSOLV = 2;
+    deck.materials.push_back(MaterialCards::isotropic(elastic, 0.0));
+    deck.composites.push_back({{.components = {{2, 1.0}}}});
     deck.elements[1].composite = 2;
     std::string pairs;
     for (int j = 0; j <= 1; ++j)

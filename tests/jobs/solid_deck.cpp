@@ -191,16 +191,14 @@ void splitIntoTetrahedra(SolidDeck& deck) {
 }
 
 SolidDeck symmetricCube(const Material& material, double drive, int bricks) {
-  SolidDeck deck;
-  deck.materials = {material};
-  BrickGrid{bricks, 1, 1}.addTo(deck, [&](int i, int j, int k) {
+  SolidDeck deck = BrickGrid{bricks, 1, 1}.deck(material, [&](int i, int j, int k) {
     return Vector3{i / double(bricks), double(j), double(k)};
   });
   deck.support([drive](const Vector3& x) {
     return (x[0] == 0.0 || (drive != 0.0 && x[0] == 1.0) ? 100 : 0) + (x[1] == 0.0 ? 10 : 0) + (x[2] == 0.0 ? 1 : 0);
   });
   for (FixityCard& card : deck.steps[0].fixities)
-    if (deck.nodes[static_cast<std::size_t>(card.node - 1)][0] == 1.0) card.values[0] = drive;
+    if (deck.node(card.node)[0] == 1.0) card.values[0] = drive;
   return deck;
 }
 

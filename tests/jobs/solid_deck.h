@@ -91,14 +91,15 @@ struct SolidDeck {
   int KMASS = 0;
   std::string gmres = "60 1000 1e-9 0";  ///< the card that follows with NSOLV 3
   int KRENU = 0;
-  std::vector<Vector3> nodes;
-  std::vector<ElementCard> elements;
+  std::vector<Vector3> nodes{};
+  std::vector<ElementCard> elements{};
   std::vector<std::vector<LayerCards>> composites{{LayerCards{}}};
-  std::vector<Material> materials;
-  std::vector<std::string> curves;  ///< lines after the "CURV," card, four or more a curve
+  std::vector<Material> materials{};
+  std::vector<std::string> curves{};  ///< lines after the "CURV," card, four or more a curve
   int curveCount = 0;
   std::vector<LoadStepCards> steps{LoadStepCards{}};
 
+  [[nodiscard]] const Vector3& node(int number) const { return nodes[static_cast<std::size_t>(number - 1)]; }
   /// Gives the nodes x of the first load step the support codes codeOf(x); 0: free.
   template <class Code>
   void support(Code codeOf) {
@@ -117,17 +118,24 @@ struct BrickGrid {
   [[nodiscard]] int at(int i, int j, int k) const { return 1 + i + (nx + 1) * (j + (ny + 1) * k); }
   /// The eight nodes of cell (i, j, k), low face first.
   [[nodiscard]] std::vector<int> cell(int i, int j, int k) const;
-  /// Adds nodes (placed by `place`) and cells to a deck.
+  /// A deck of one material, its nodes placed by `place`.
   template <class Place>
-  void addTo(SolidDeck& deck, Place place) const {
+  [[nodiscard]] SolidDeck deck(const Material& material, Place place) const {
+    SolidDeck deck{.materials = {material}};
     for (int k = 0; k <= nz; ++k)
       for (int j = 0; j <= ny; ++j)
         for (int i = 0; i <= nx; ++i) deck.nodes.push_back(place(i, j, k));
     for (int k = 0; k < nz; ++k)
       for (int j = 0; j < ny; ++j)
         for (int i = 0; i < nx; ++i) deck.elements.push_back({cell(i, j, k)});
+    return deck;
   }
 };
+
+/// Places the nodes of bricks of edge 1.
+inline Vector3 unitGrid(int i, int j, int k) {
+  return {double(i), double(j), double(k)};
+}
 
 /// Replaces every brick of a deck by six tetrahedra with the same corners.
 void splitIntoTetrahedra(SolidDeck& deck);

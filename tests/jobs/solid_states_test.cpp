@@ -10,10 +10,6 @@
 namespace zema::test {
 namespace {
 
-Vector3 unitGrid(int i, int j, int k) {
-  return {double(i), double(j), double(k)};
-}
-
 /// Every value within a share of the largest value of its block.
 void expectAgreement(const std::vector<ResultBlock>& results, const std::vector<ResultBlock>& reference, double share) {
   ASSERT_EQ(results.size(), reference.size());
@@ -27,39 +23,31 @@ void expectAgreement(const std::vector<ResultBlock>& results, const std::vector<
 
 // ---- simple shear with finite strain: E = 1000, nu = .25, so lambda = mu = 400 ----
 
-SolidDeck simpleShear(double gamma, int KPUSH, int KTANP) {
-  SolidDeck deck;
-  deck.LARGE = 1;
-  deck.KPUSH = KPUSH;
-  deck.KTANP = KTANP;
-  deck.materials = {MaterialCards::isotropic(1000.0, 0.25)};
-  const BrickGrid grid{2, 2, 2};
-  grid.addTo(deck, [](int i, int j, int k) { return Vector3{i / 2.0, j / 2.0, k / 2.0}; });
-  for (int n = 1; n <= 27; ++n) {
-    const Vector3& x = deck.nodes[static_cast<std::size_t>(n - 1)];
-    if (n != grid.at(1, 1, 1)) deck.steps[0].fixities.push_back({n, 111, {gamma * x[1], 0, 0}});
-  }
-  deck.steps[0].increments[0].post = {1, 1, 1, 0};
-  return deck;
-}
-
-struct ShearRow {
-  double gamma;
-  std::array<double, 6> S, cauchy;  // xx yy zz xy xz yz
-  double P12, P22;                  // first Piola-Kirchhoff
-};
-
 TEST(SimpleShear, ReportsTheStressAndStrainOfItsConfigurationAndReactsWithTheFirstPiolaStress) {
-  for (const ShearRow& row : {ShearRow{.1, {2, 6, 2, 40, 0, 0}, {10.06, 6, 2, 40.6, 0, 0}, 40.6, 6},
-                              ShearRow{.5, {50, 150, 50, 200, 0, 0}, {287.5, 150, 50, 275, 0, 0}, 275, 150},
-                              ShearRow{1, {200, 600, 200, 400, 0, 0}, {1600, 600, 200, 1000, 0, 0}, 1000, 600}}) {
-    const double g = row.gamma, g2 = g * g;
+  struct Row {
+    double gamma;
+    std::array<double, 6> S, cauchy;  // xx yy zz xy xz yz
+    double P12, P22;                  // first Piola-Kirchhoff
+  };
+  const BrickGrid grid{2, 2, 2};
+  for (const auto& [g, S, cauchy, P12, P22] :
+       {Row{.1, {2, 6, 2, 40, 0, 0}, {10.06, 6, 2, 40.6, 0, 0}, 40.6, 6},
+        Row{.5, {50, 150, 50, 200, 0, 0}, {287.5, 150, 50, 275, 0, 0}, 275, 150},
+        Row{1, {200, 600, 200, 400, 0, 0}, {1600, 600, 200, 1000, 0, 0}, 1000, 600}}) {
+    const double g2 = g * g;
     // moduli that act on the Almansi strain: tau = lambda tr e + 2 mu e with e_xy = gamma / 2, e_yy = -gamma^2 / 2
     const std::array<double, 6> byAlmansi{-200 * g2, -600 * g2, -200 * g2, 400 * g, 0, 0};
     for (const auto& [KPUSH, KTANP, stress, strain] :
-         {std::tuple{1, 0, row.S, g2 / 2}, {2, 1, row.cauchy, -g2 / 2}, {2, 0, byAlmansi, -g2 / 2}}) {
+         {std::tuple{1, 0, S, g2 / 2}, {2, 1, cauchy, -g2 / 2}, {2, 0, byAlmansi, -g2 / 2}}) {
       SCOPED_TRACE(testing::Message() << "gamma " << g << " KPUSH " << KPUSH << " KTANP " << KTANP);
-      SolidDeck deck = simpleShear(g, KPUSH, KTANP);
+      SolidDeck deck = grid.deck(MaterialCards::isotropic(1000.0, 0.25), [](int i, int j, int k) {
+        return Vector3{i / 2.0, j / 2.0, k / 2.0};
+      });
+      deck.LARGE = 1;
+      deck.KPUSH = KPUSH;
+      deck.KTANP = KTANP;
+      deck.support([](const Vector3& x) { return x == Vector3{0.5, 0.5, 0.5} ? 0 : 111; });
+      for (FixityCard& card : deck.steps[0].fixities) card.values[0] = g * deck.node(card.node)[1];
       deck.curveCount = 2;
       for (const char* place : {"17 1", "17 2"})  // the middle of the face y = 1, which has a quarter of its force
         deck.curves.insert(deck.curves.end(), {"reaction", "X-IINCS", "Y-TREAC", place});
@@ -70,8 +58,8 @@ TEST(SimpleShear, ReportsTheStressAndStrainOfItsConfigurationAndReactsWithTheFir
       expectRows(block(results, "STRESSES"), stress, 1e-8 * 1600);
       EXPECT_NEAR(block(results, "STRAINS//TOTAL").rows[0][1], strain, 1e-10);
       if (KPUSH == 2) continue;
-      EXPECT_NEAR(readCurve(folder, "job.AA").back()[1], row.P12 / 4.0, 1e-6);
-      EXPECT_NEAR(readCurve(folder, "job.AB").back()[1], row.P22 / 4.0, 1e-6);
+      EXPECT_NEAR(readCurve(folder, "job.AA").back()[1], P12 / 4.0, 1e-6);
+      EXPECT_NEAR(readCurve(folder, "job.AB").back()[1], P22 / 4.0, 1e-6);
     }
   }
 }
@@ -81,9 +69,7 @@ TEST(SimpleShear, ReportsTheStressAndStrainOfItsConfigurationAndReactsWithTheFir
 TEST(Column, OwnWeightGivesTheExactNodalDisplacementsAndOnlyListedConstructionStepsHaveIt) {
   for (const int loaded : {10, 5}) {
     const BrickGrid grid{1, 1, 10};
-    SolidDeck deck;
-    deck.materials = {MaterialCards::isotropic(1e5, 0.0, {{slot::density, 2.0}})};
-    grid.addTo(deck, unitGrid);
+    SolidDeck deck = grid.deck(MaterialCards::isotropic(1e5, 0.0, {{slot::density, 2.0}}), unitGrid);
     deck.support([](const Vector3& x) { return x[2] == 0.0 ? 111 : 0; });
     deck.steps[0].gravity = 10.0;
     for (std::size_t e = 5; e < 10; ++e) deck.elements[e].step = loaded == 5 ? 2 : 1;
@@ -103,10 +89,10 @@ TEST(Column, OwnWeightGivesTheExactNodalDisplacementsAndOnlyListedConstructionSt
 
 TEST(ConstructionStages, AnElementThatIsSwitchedOffLeavesTheSolutionToTheOthers) {
   // a distorted row of two bricks, the outer one taken away, put back and loaded again
-  SolidDeck deck;
+  SolidDeck deck = BrickGrid{2, 1, 1}.deck(MaterialCards::isotropic(100.0, 0.2), [](int i, int j, int k) {
+    return Vector3{i + 0.1 * j * k, j + 0.05 * i, k * 1.1};
+  });
   deck.LARGE = 1;
-  deck.materials = {MaterialCards::isotropic(100.0, 0.2)};
-  BrickGrid{2, 1, 1}.addTo(deck, [](int i, int j, int k) { return Vector3{i + 0.1 * j * k, j + 0.05 * i, k * 1.1}; });
   deck.elements[1].step = 2;
   deck.support([](const Vector3& x) { return x[0] < 0.5 ? 111 : 0; });
   for (const int n : {2, 5, 8, 11}) deck.steps[0].pointLoads[n] = {1.0, 0.3, 0};
@@ -162,11 +148,11 @@ const Material wood = MaterialCards::isotropic(12000.0, 0.45,
 TEST(RotatedTwins, MaterialLayerAndElementAnglesGiveOneAnswerInBothMeasures) {
   const Vector3 angles = {25.0, 40.0, -65.0};
   for (const int LARGE : {0, 1}) {
-    SolidDeck plain;
+    SolidDeck plain = BrickGrid{3, 2, 2}.deck(wood, [](int i, int j, int k) {
+      return Vector3{1.0 * i, 0.5 * j, 0.4 * k};
+    });
     plain.LARGE = LARGE;
     if (LARGE == 1) plain.KPUSH = plain.KTANP = 2;
-    plain.materials = {wood};
-    BrickGrid{3, 2, 2}.addTo(plain, [](int i, int j, int k) { return Vector3{1.0 * i, 0.5 * j, 0.4 * k}; });
     plain.support([](const Vector3& x) { return x[0] == 0.0 ? 111 : 0; });
     plain.steps[0].pointLoads[36] = {1.0, -2.0, 3.0};
     plain.steps[0].increments[0].factor = LARGE == 1 ? 0.1 : 1.0;
@@ -186,9 +172,7 @@ TEST(RotatedTwins, MaterialLayerAndElementAnglesGiveOneAnswerInBothMeasures) {
 
 /// A wooden post of n x n x 6 bricks, pushed at a corner; then without one of them, one node pushed, another let go.
 SolidDeck bentPost(int n) {
-  SolidDeck deck;
-  deck.materials = {wood};
-  BrickGrid{n, n, 6}.addTo(deck, unitGrid);
+  SolidDeck deck = BrickGrid{n, n, 6}.deck(wood, unitGrid);
   deck.elements[static_cast<std::size_t>(2 * n * n)].step = 2;
   const int floor = (n + 1) * (n + 1);
   deck.support([](const Vector3& x) { return x[2] == 0.0 ? 111 : 0; });
@@ -237,14 +221,13 @@ TEST(Agreement, SolversAlgorithmsCommitRulesAndNodeNumbersReachOneState) {
 }
 
 TEST(Agreement, SolversOfUnsymmetricMatricesAndAlgorithmsReachOneStateOfASoilOfLessDilatancyThanFriction) {
-  SolidDeck deck;
+  const Slots slots{{5, 10}, {6, 30}, {7, 3}, {8, 1}, {9, 1}, {10, 3}, {11, 20}, {12, 1}, {20, 3}, {26, 1.4}};
+  SolidDeck deck =
+      BrickGrid{2, 2, 3}.deck(MaterialCards::isotropic(1000.0, 0.25, slots, {3, 3, 10, 2, 3, 2}), unitGrid);
   deck.ISIME = 1;
-  BrickGrid{2, 2, 3}.addTo(deck, unitGrid);
   deck.support([](const Vector3& x) { return x[2] == 0.0 ? 111 : 0; });
   for (int n = 28; n <= 36; ++n) deck.steps[0].pointLoads[n] = {0.05, 0.02, 0.2};
   deck.steps[0].increments[0] = {.repeat = 4, .factor = 0.25, .iterations = 500};
-  const Slots slots{{5, 10}, {6, 30}, {7, 3}, {8, 1}, {9, 1}, {10, 3}, {11, 20}, {12, 1}, {20, 3}, {26, 1.4}};
-  deck.materials = {MaterialCards::isotropic(1000.0, 0.25, slots, {3, 3, 10, 2, 3, 2})};
   expectOneState(deck, {{2}, {1}, {3}, {6}, {2, 0, 1}, {2, 0, 3}, {2, 0, 4}});
 }
 

@@ -22,7 +22,7 @@
 namespace zema {
 namespace {
 
-using testing::AllOf, testing::DoubleNear, testing::Pointwise, testing::Property, testing::StrEq, testing::Throws;
+using testing::AllOf, testing::DoubleNear, testing::Pointwise;
 using enum Character;
 using enum RightHandSide;
 using enum SolverCode;
@@ -230,10 +230,8 @@ TEST(FrontalSolver, LeavesNoRowOutForAZeroInItsPlaceAndStopsAtAPivotOfZero) {
 
   ListedElements vanishing({{{0, 1}, {1, 1, 1, 1}, {0, 0}, {0, 0}}});
   system = systemOf(vanishing, {0, 0});
-  EXPECT_THAT([&] { solve(*makeFront(FrontForm::symmetric), vanishing, system); },
-              Throws<PlainStop>(Property(&PlainStop::listing,
-                                         "0   PIVOTE CERO O NEGATIVO ENCONTRADO PARA LA VARIABLE.    2 DE VALOR "
-                                         "         0.000000\n")));
+  EXPECT_EQ(endOf([&] { solve(*makeFront(FrontForm::symmetric), vanishing, system); }),
+            "stop 0   PIVOTE CERO O NEGATIVO ENCONTRADO PARA LA VARIABLE.    2 DE VALOR          0.000000\n");
 }
 
 TEST(FrontalSolver, HasNoNameInTheFolderWhileItRuns) {
@@ -342,9 +340,9 @@ TEST(BandSolver, FormsNoElementWithoutAFreeEquationAndPassesOnTheFaultOfOne) {
 
 void expectStopOfCholesky(ListedElements& source, std::size_t positions, int equation) {
   EquationSystem system = systemOf(source, std::vector<int>(positions, 0));
-  EXPECT_THAT([&] { solve(*makeBandSolver(bandCholesky), source, system); },
-              Throws<RunEnd>(AllOf(Property(&RunEnd::what, StrEq("  >>>> MATRIZ DEFINIDA NEGATIVA O PIVOT NULO ")),
-                                   Property(&RunEnd::A, equation), Property(&RunEnd::B, system.NBAND))));
+  EXPECT_EQ(
+      endOf([&] { solve(*makeBandSolver(bandCholesky), source, system); }),
+      "run end   >>>> MATRIZ DEFINIDA NEGATIVA O PIVOT NULO " + FreeLine(equation * 1.0, system.NBAND * 1.0).text());
 }
 
 TEST(BandCholesky, StopsAtTheFirstPivotThatIsNotPositive) {

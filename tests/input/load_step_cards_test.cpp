@@ -1,10 +1,49 @@
-// Increment cards, and where the head of an increment stands.
+// What the load block and increment cards set, loads that make no sense, and where the head of an increment stands.
 #include "input/increment_cards.h"
-
 #include "input/input_fixture.h"
+#include "input/load_cards.h"
 
 namespace zema::test {
 namespace {
+
+using LoadCardsTest = SectionTest<LOADPS>;
+
+TEST_F(LoadCardsTest, SetsTheStepAndClearsTheLoadsOfTheStepBefore) {
+  model.vectors.RLOAD(0, 1)[5] = 3.0;
+  job.IRUN.IINCS = 7;
+
+  read("a step, with blanks \n3 2 0 2\n1 20 0 0 0 0 2 8*1.5\n end\nnext\n");
+
+  EXPECT_EQ(model.loadStep.title, "a step, with blanks ");
+  EXPECT_THAT(model.loadStep.ACTIV, testing::ElementsAre(0, 1));
+  EXPECT_EQ(model.loadStep.KLOAD, 1);
+  EXPECT_EQ(model.loop.NINCS, 20);
+  EXPECT_EQ(model.loadStep.KNEWM, 2);
+  EXPECT_EQ(model.loadStep.TEMPL, 1.5);
+  EXPECT_EQ(job.IRUN.IINCS, 1);
+  EXPECT_THAT(model.vectors.RLOAD(0, 1), testing::Each(0.0));
+  EXPECT_EQ(job.cards().line("next", 10), "next");
+}
+
+TEST_F(LoadCardsTest, MoreThanTwelveLoadsOfAnElementTakeFurtherLines) {
+  model.mesh.elements[0].NNODE = 8;
+  read("t\n0\n0 1 9*0\nend\n");
+
+  std::string zeros;
+  for (int i = 0; i < 12; ++i) zeros += "      0.0000";
+  EXPECT_THAT(listing(),
+              testing::HasSubstr("\n         1     " + zeros + "\n               " + zeros + "\n         2"));
+}
+
+TEST_F(LoadCardsTest, LoadsThatMakeNoSenseStop) {
+  model.mesh.LNODS[1] = model.mesh.LNODS[8] = 3;  // elements 1 3 3 4 and 3 3 4 5
+  EXPECT_EQ(endOf("t\n1 1\n0 1 1 8*0\n2\n"),
+            "fault deck, line 4, loaded node card, field node number: found 2, expected a node that an element holds");
+  model.materials(1)(slot::density) = 0.0;
+  EXPECT_EQ(endOf("t\n1 1\n0 1 0 1 7*0\n0 0 0 10\n1 1\n"), "stop  NO PUEDE RESOLVER CON DENSIDAD NULA \n");
+  model.mesh.elements[1].NTYPE = 2;  // a jointed bar
+  EXPECT_EQ(endOf("t\n1 1\n0 1 0 0 1 6*0\n"), "stop ELEM. DE RETICUL. CON CARGA DISTRIBUIDA ? -- !NO!\n");
+}
 
 bool readCard(Job& job, Model& model, const Kernel& kernel) {
   return readIncrementCard(job, model, kernel);
