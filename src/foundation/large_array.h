@@ -1,12 +1,9 @@
 // A large array whose values are not set when it is made.
 #pragma once
 
-#include <sys/mman.h>
-
 #include <cstddef>
 #include <cstdlib>
 #include <memory>
-#include <new>
 
 namespace zema {
 
@@ -16,15 +13,7 @@ class LargeArray {
  public:
   LargeArray() = default;
   /// Throws std::bad_alloc when the memory does not suffice.
-  explicit LargeArray(std::size_t size) : size_(size) {
-    constexpr std::size_t page = std::size_t{1} << 21;
-    const std::size_t bytes = (size * sizeof(double) + page - 1) / page * page;
-    if (bytes == 0) return;
-    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): operator new promises no pages of its own
-    values_.reset(static_cast<double*>(std::aligned_alloc(page, bytes)));
-    if (!values_) throw std::bad_alloc();
-    madvise(values_.get(), bytes, MADV_HUGEPAGE);  // a wish: without it the array works as well
-  }
+  explicit LargeArray(std::size_t size);
 
   [[nodiscard]] double* data() { return values_.get(); }
   [[nodiscard]] const double* data() const { return values_.get(); }

@@ -121,6 +121,7 @@ class MultifrontalFactors::Elimination {
         const int equation = tree_.equations()[index(start + column)];
         const double* A = matrix_.A_PARD().data() + pattern.IA_PARD(equation);
         for (const int other : pattern.JA_PARD(equation)) {
+          if (other == equation) factors_.diagonal_[index(start + column)] = *A;
           const int place = tree_.places()[index(other)];
           if (place >= start + column) columns.L[columns.layout.at(rowAt[index(place)], column)] += *A;
           ++A;
@@ -200,7 +201,7 @@ class MultifrontalFactors::Elimination {
 };
 
 MultifrontalFactors::MultifrontalFactors(const SparsePattern& pattern, std::span<const int> order)
-    : tree_(pattern, order), schedule_(tree_), D_(order.size()) {
+    : tree_(pattern, order), schedule_(tree_), D_(order.size()), diagonal_(order.size()) {
   std::size_t size = 0;
   firstOf_.reserve(index(tree_.size()));
   for (int front = 0; front < tree_.size(); ++front) {
@@ -227,8 +228,9 @@ void MultifrontalFactors::factorise(const SparseMatrix& matrix, WorkerPool& pool
 }
 
 bool MultifrontalFactors::hasGoodPivots() const {
-  constexpr double largestGrowth = 1e6;
-  if (!std::ranges::all_of(D_, [](double d) { return std::isfinite(d) && d != 0.0; })) return false;
+  constexpr double largestGrowth = 1e6, rounding = 1e-13;
+  for (std::size_t place = 0; place < D_.size(); ++place)
+    if (!std::isfinite(D_[place]) || !(std::abs(D_[place]) > rounding * std::abs(diagonal_[place]))) return false;
   const auto [least, most] = std::ranges::minmax(D_);
   return (least < 0.0) == (most < 0.0) || largestEntry() <= largestGrowth;
 }

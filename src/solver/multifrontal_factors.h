@@ -25,8 +25,8 @@ class MultifrontalFactors {
   /// Factorises a symmetric matrix of that pattern; of its entries, those of the rows at an earlier place count.
   void factorise(const SparseMatrix& matrix, WorkerPool& pool);
 
-  /// Whether all pivots are finite and not 0, and, where they differ in sign, no entry of L exceeds 1e6: a bound on
-  /// what rounding has grown by (Higham 2002, chapter 11).
+  /// Whether all pivots are finite and not lost in the rounding of their diagonal entries (1e-13 of them), and, where
+  /// they differ in sign, no entry of L exceeds 1e6: a bound on what rounding has grown by (Higham 2002, chapter 11).
   [[nodiscard]] bool trustworthy() const { return trustworthy_; }
 
   /// Entries of L and D.
@@ -48,6 +48,7 @@ class MultifrontalFactors {
   std::vector<std::size_t> firstOf_;  // place of each front's columns in L_
   LargeArray L_;
   std::vector<double> D_;
+  std::vector<double> diagonal_;  // of the matrix, by place
   LargeArray sharedRests_;
   std::vector<LargeArray> workerRests_;
   bool trustworthy_ = false;

@@ -185,6 +185,45 @@ INSTANTIATE_TEST_SUITE_P(
                     Method{"gmresIndefinite", [] { return makeGmres(40, 1000); }, indefinite, Forming::always},
                     Method{"gmresRestarted", [] { return makeGmres(7, 1000); }, unsymmetric, Forming::always}));
 
+TEST(SparseSolver, LargeFrontsGiveTheSolutionOfTheBandSolverAndTheSameBitsOnAnyNumberOfThreads) {
+  constexpr int nodes = 11, positions = 3 * nodes * nodes * nodes;
+  for (const Character character : {positiveDefinite, indefinite}) {
+    ListedElements cube = randomCube(nodes, character);
+    std::vector<int> IFFIX(positions);
+    for (std::size_t p = 0; p < positions; p += 50) IFFIX[p] = 1;
+    EquationSystem system = systemOf(cube, IFFIX);
+    const std::vector<double> expected = solve(*makeBandSolver(bandLDL), cube, system);
+
+    const std::vector<double> result = solve(*makeSparseSolver(), cube, system, outOfBalance, true, 1);
+
+    EXPECT_THAT(result, Pointwise(DoubleNear(1e-12), expected));
+    EXPECT_EQ(solve(*makeSparseSolver(), cube, system, outOfBalance, true, 3), result);
+  }
+}
+
+TEST(SparseSolver, ExchangesRowsWherePivotsAreSmall) {
+  struct Case {
+    std::vector<double> matrix;
+    const char* note;
+  };
+  const Case cases[] = {{{4, 1, 1, 3}, "symmetric sparse factors, "},
+                        {{0, 1, 1, 0}, "symmetric sparse factors with exchanges, "},
+                        {{1e-9, 1, 1, 1e-9}, "symmetric sparse factors with exchanges, "},
+                        {{1e6, 1e6, 1e6, 1e6 + 1e-8}, "symmetric sparse factors with exchanges, "},
+                        {{1e-9, 2, 1, 1e-9}, "unsymmetric sparse factors, "},
+                        {{-4, 1, 1, -3}, "symmetric sparse factors, "}};
+  const std::unique_ptr<Solver> solver = makeSparseSolver();
+  for (const auto& [matrix, note] : cases) {
+    ListedElements source({{{0, 1}, matrix, {matrix[0] + matrix[1], matrix[2] + matrix[3]}, {0, 0}}});
+    EquationSystem system = systemOf(source, {0, 0});
+    WorkerPool pool(2);
+    SolverTimes times;
+    EXPECT_THAT(solver->solve(source, system, outOfBalance, true, pool, times).note, testing::StartsWith(note));
+    EXPECT_THAT(matrix[0] * system.ASDIS[0] + matrix[1] * system.ASDIS[1],
+                DoubleNear(source.element(0).ELOAD[0], 1e-8));
+  }
+}
+
 // K u - f by position: 0 where nothing is fixed, the reaction elsewhere.
 std::vector<double> restOf(const ListedElements& source, const std::vector<double>& u, RightHandSide side) {
   std::vector<double> rest;
