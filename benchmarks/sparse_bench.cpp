@@ -1,4 +1,4 @@
-// The sparse solver beside the libraries that it stands on, in one run: whole solves of a cube of bricks against
+// The sparse solver beside public libraries, in one run: whole solves of a cube of bricks against
 // ordering, analysis, factorisation and solution of the same matrix alone; and the parts of our own.
 #include <benchmark/benchmark.h>
 

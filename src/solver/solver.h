@@ -50,8 +50,9 @@ class Solver {
   /// DISPM (referenceLoad). newMatrix: KRESL below 2, factorise anew; otherwise the factors of the last such call
   /// serve for the new right-hand side. Before the first call PERMUT has run, with every solver: IPERM is 0 where a
   /// position is fixed. With NEQNS = 0 nothing is solved and the prescribed values alone enter.
-  /// Result and factors do not depend on the number of threads in the pool, but for the last bits of the sparse solver.
-  /// The residual of the linear equations is found after every solve. Throws what form() and the body throw.
+  /// Result and factors do not depend on the number of threads in the pool, but for the last bits of sparse factors
+  /// with exchanges. The residual of the linear equations is found after every solve. Throws what form() and the body
+  /// throw.
   SolveReport solve(ElementSource& source, EquationSystem& system, RightHandSide side, bool newMatrix, WorkerPool& pool,
                     SolverTimes& times);
 

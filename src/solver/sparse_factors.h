@@ -1,4 +1,4 @@
-// The layer of our own around the library that factorises sparse matrices.
+// The layer of our own around the library that factorises sparse matrices with exchanges.
 #pragma once
 
 #include <memory>
