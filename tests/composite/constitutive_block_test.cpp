@@ -15,7 +15,6 @@ namespace {
 
 const Strain<6> someStrain{{0.010, -0.004, 0.006, 0.003, -0.005, 0.008}};
 constexpr std::array<double, 3> skewAngles{25.0, 40.0, -70.0};
-constexpr std::array<double, 3> noAngles{};
 constexpr MechanicalPlaces places{6};
 
 PointUpdate<6> loading(int e, const Strain<6>& strain) {
@@ -29,7 +28,7 @@ std::span<const double> trial(const Model& model, int e, int component) {
 TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrainCarriesSlotOneOver) {
   Material material = isotropicMaterial(1000.0, 0.25, {{slot::referenceTemperature, 20.0}, {65, 2.0}});
   material.young = {{20.0, 120.0}, {1000.0, 500.0}};
-  Model model = pointModel<6>({material}, {plainComposite(1)}, {{1, noAngles}});
+  Model model = pointModel<6>({material}, {plainComposite(1)});
   ConstitutiveBlock<6> block(model);
   block.ZERO(model);
   (void)block.RESI2D(model, loading(0, someStrain));
@@ -51,8 +50,8 @@ TEST(ConstitutiveBlock, PointThatReturnsToZeroStrainIsUpdatedAndOneWithoutStrain
 }
 
 TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
-  Model model =
-      pointModel<6>({orthotropicMaterial({{slot::frictionAngle, 0.5}})}, {plainComposite(1)}, {{1, skewAngles}});
+  Model model = pointModel<6>({orthotropicMaterial({{slot::frictionAngle, 0.5}})}, {plainComposite(1)});
+  model.mesh.elements[0].EAEULER = skewAngles;
   const ConstitutiveBlock<6> block(model);
 
   block.ZERO(model);
@@ -69,7 +68,8 @@ TEST(ConstitutiveBlock, NewJobHasSeedsAndElasticTangents) {
 }
 
 TEST(ConstitutiveBlock, StoredTangentServesWhenTheAnalysisHasMovedOn) {
-  Model model = pointModel<6>({isotropicMaterial(1000.0, 0.25)}, {plainComposite(1)}, {{1, {90.0, 0.0, 0.0}}});
+  Model model = pointModel<6>({isotropicMaterial(1000.0, 0.25)}, {plainComposite(1)});
+  model.mesh.elements[0].EAEULER = {90.0, 0.0, 0.0};
   const ConstitutiveBlock<6> block(model);
   const auto record = model.points.internal(StateSlot::trial, 0, 0, 0);
   record[internal::count] = 7.0;  // xx, xx in element axes, which is yy, yy in global ones
@@ -106,13 +106,10 @@ TEST(ConstitutiveBlock, RefusesWhatThisBuildDoesNotHave) {
       {unknown, "fault material 2 asks for law 16 \"DAMAG-FRICTION\", which has no routine"},
       {Composite{}, "fault composite 2 has no layers, but elements that use it"}};
   for (const auto& [composite, expected] : ends) {
-    const auto end = [&](int used) {
-      return endOf([&] {
-        ConstitutiveBlock<6>(pointModel<6>(materials, {plainComposite(1), composite}, {{used, noAngles}}));
-      });
-    };
-    EXPECT_EQ(end(2), expected);
-    EXPECT_EQ(end(1), "goes on");  // no element uses it
+    Model model = pointModel<6>(materials, {plainComposite(1), composite});
+    EXPECT_EQ(endOf([&] { ConstitutiveBlock<6>{model}; }), expected);
+    model.mesh.elements[1].MATNO[0] = 1;  // no element uses it
+    EXPECT_EQ(endOf([&] { ConstitutiveBlock<6>{model}; }), "goes on");
   }
 }
 

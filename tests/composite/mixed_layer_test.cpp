@@ -17,13 +17,12 @@
 namespace zema {
 namespace {
 
-constexpr std::array<double, 3> noAngles{};
 const Strain<6> someStrain{{0.010, -0.004, 0.006, 0.003, -0.005, 0.008}};
 const std::vector<int> alongX{1, 0, 0, 0, 0, 0};
 
 /// E1, E2, nu12, nu23, G12, G23 and density of composite 1, with the stress of a point checked against its matrix.
 std::vector<double> constantsOf(const Composite& composite, const std::vector<Material>& materials) {
-  Model model = pointModel<6>(materials, {composite}, {{1, noAngles}});
+  Model model = pointModel<6>(materials, {composite});
   ConstitutiveBlock<6> block(model);
   block.ZERO(model);
   block.IMPORTINFON1(model);
@@ -37,14 +36,11 @@ std::vector<double> constantsOf(const Composite& composite, const std::vector<Ma
 TEST(SerialParallelLayer, ElasticConstants) {
   const std::vector<Material> materials{isotropicMaterial(3500.0, 0.35, {{slot::density, 1.0}}),
                                         isotropicMaterial(72000.0, 0.22, {{slot::density, 2.5}})};
-  Composite parallel = plainComposite(1);
-  parallel.layers[0].components = {{1, 0.4, 1}, {2, 0.6, 2}};
-  parallel.NUMAT = 3;
   const std::vector<double> voigt{44710.7832, 44710.7832, 0.226739, 0.226739, 18223.4366, 18223.4366, 1.9};
   const std::vector<std::pair<Composite, std::vector<double>>> cases{
       {serialParallel(1, 2, 0.4, alongX), {44600.0, 9101.2888, 0.272, 0.496729, 3040.3938, 3040.3938, 1.9}},
       {serialParallel(1, 2, 0.4, std::vector(6, 1)), voigt},
-      {parallel, voigt},
+      {oneLayer(LayerKind::parallel, {{1, 0.4}, {2, 0.6}}), voigt},
       {serialParallel(1, 2, 0.4, std::vector(6, 0)),
        {8155.3398, 8155.3398, 0.341165, 0.341165, 3040.3938, 3040.3938, 1.9}}};
   for (const auto& [composite, expected] : cases) {
@@ -149,17 +145,12 @@ Matrix<3> gradientOf(const Strain<6>& E) {
 template <int N>
 struct History {
   History(const std::vector<Material>& materials, const std::vector<Composite>& composites)
-      : model(pointModel<N>(materials, composites, elements(composites.size()))), block(model) {
+      : model(pointModel<N>(materials, composites)), block(model) {
     model.increment.TOLER = 1.0e-6;
     model.increment.DTIME = 1.0;
     for (ElementData& element : model.mesh.elements) element.FRACL = 1.0;
     block.ZERO(model);
     block.IMPORTINFON1(model);
-  }
-  static std::vector<std::pair<int, std::array<double, 3>>> elements(std::size_t count) {
-    std::vector<std::pair<int, std::array<double, 3>>> all;
-    for (std::size_t c = 1; c <= count; ++c) all.push_back({static_cast<int>(c), {}});
-    return all;
   }
   Stress<N> stress(int e, const Strain<N>& strain) {
     const auto before = Strain<N>::from(std::as_const(model.points).mechanical(StateSlot::committed, e, 0, 0), N);
@@ -268,13 +259,12 @@ void checkReductions(Law law) {
   SCOPED_TRACE(testing::Message() << "law " << static_cast<int>(law) << ", components " << N);
   const std::array<double, 3> angles = N == 6 ? std::array{25.0, 40.0, -70.0} : std::array{25.0, 0.0, 0.0};
   const auto twin = serialParallel(1, 2, 0.4, fibreAlongX<N>());
-  Composite turned = twin, parallel = plainComposite(1);
+  Composite turned = twin;
   turned.layers[0].LAEULER = angles;
-  parallel.layers[0].components = {{1, 0.4, 1}, {2, 0.6, 2}};
-  parallel.NUMAT = 3;
   const Material fibre = orthotropicMaterial({{slot::angleAboutY, 20.0}});  // with axes of its own
   const Material matrix = sampleOf(law, 50.0);
-  History<N> history({matrix, fibre}, {plainComposite(1), serialParallel(1, 1, 0.3, fibreAlongX<N>()), parallel,
+  History<N> history({matrix, fibre}, {plainComposite(1), serialParallel(1, 1, 0.3, fibreAlongX<N>()),
+                                       oneLayer(LayerKind::parallel, {{1, 0.4}, {2, 0.6}}),
                                        serialParallel(1, 2, 0.4, std::vector<int>(N, 1)), twin, turned});
   const Rotation<N> axes(angles);
   Wanderer<N> wanderer;

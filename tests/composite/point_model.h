@@ -8,47 +8,37 @@
 
 namespace zema {
 
-inline Composite plainComposite(int material) {
-  Layer layer;
-  layer.TYLAY = "P";
-  layer.kind = LayerKind::parallel;
-  layer.PVLAY = 1.0;
-  layer.components = {{material, 1.0, 1}};
-  return {{layer}, 2, {}};
+/// A composite of one layer of these materials (numbers from 1) and shares; SPDFLAG: of a serial-parallel layer.
+inline Composite oneLayer(LayerKind kind, const std::vector<std::pair<int, double>>& shares,
+                          const std::vector<int>& SPDFLAG = {}) {
+  Composite composite{.layers = {{"P", kind, 1.0, {}, {}, SPDFLAG}}, .NUMAT = 1, .ELECOM = {}};
+  for (const auto& [material, share] : shares)
+    composite.layers[0].components.push_back({material, share, composite.NUMAT++});
+  return composite;
 }
-
+inline Composite plainComposite(int material) {
+  return oneLayer(LayerKind::parallel, {{material, 1.0}});
+}
 /// One serial-parallel layer; a flag for each strain component, 1 for a parallel one.
 inline Composite serialParallel(int matrix, int fibre, double km, const std::vector<int>& SPDFLAG) {
-  Layer layer;
-  layer.kind = LayerKind::serialParallel;
-  layer.PVLAY = 1.0;
-  layer.components = {{matrix, km, 1}, {fibre, 1.0 - km, 2}};
-  layer.SPDFLAG = SPDFLAG;
-  return {{layer}, 3, {}};
+  return oneLayer(LayerKind::serialParallel, {{matrix, km}, {fibre, 1.0 - km}}, SPDFLAG);
 }
-
 /// One short-fibre layer of shares f1 | f2 | f3, whose plain share is of the matrix.
 inline Composite shortFibre(int matrix, int fibre, double f1, double f2, double f3) {
-  Layer layer;
-  layer.kind = LayerKind::shortFibre;
-  layer.PVLAY = 1.0;
-  layer.components = {{matrix, f1, 1}, {fibre, f2, 2}, {matrix, f3, 3}, {fibre, 0.0, 4}, {matrix, 0.0, 5}};
-  return {{layer}, 6, {}};
+  return oneLayer(LayerKind::shortFibre, {{matrix, f1}, {fibre, f2}, {matrix, f3}, {fibre, 0.0}, {matrix, 0.0}});
 }
 
-/// Elements of a given composite (number from 1) and given angles, one point each, in a static run.
+/// An element of each composite, one point each, in a static run.
 template <int N>
-Model pointModel(const std::vector<Material>& materials, const std::vector<Composite>& composites,
-                 const std::vector<std::pair<int, std::array<double, 3>>>& elements) {
+Model pointModel(const std::vector<Material>& materials, const std::vector<Composite>& composites) {
   Model model;
   model.NSTR1 = N;
   model.materials.all = materials;
   model.composites.all = composites;
   std::vector<int> points, components;
-  for (const auto& [composite, angles] : elements) {
+  for (int composite = 1; composite <= static_cast<int>(composites.size()); ++composite) {
     ElementData element;
     element.MATNO[0] = composite;
-    element.EAEULER = angles;
     element.NTYPE = N == 6 ? 6 : 4;
     element.IFASE = 1;
     model.mesh.elements.push_back(element);
@@ -57,8 +47,7 @@ Model pointModel(const std::vector<Material>& materials, const std::vector<Compo
   }
   model.loadStep.ACTIV = {1};
   model.increment.KALGO = 2;
-  model.loop.ILOAD = model.loop.INCRE = model.loop.IITER = 1;
-  model.loop.KRESL = 1;
+  model.loop.ILOAD = model.loop.INCRE = model.loop.IITER = model.loop.KRESL = 1;
   model.points = PointStore(N, points, components);
   return model;
 }

@@ -72,27 +72,22 @@ double drive(SamplePoint<6>& point, int place, double from, double to, double st
   return work;
 }
 
-struct SofteningCase {
-  const char* name;
-  Material material;
-  int place;          // that is strained
-  double peakStrain;  // where it softens
-  bool dissipates;    // its work to the end is g
-};
-
-std::vector<SofteningCase> softeningCases() {
-  const Law simple = Law::simpleDamage;
-  return {{"von Mises", damageMaterial(simple, Criterion::vonMises), 0, 1.0e-4, true},
-          {"Tresca, yy", damageMaterial(simple, Criterion::tresca), 1, 1.0e-4, true},
-          {"principal stresses", damageMaterial(simple, Criterion::damagePlaneStress), 0, 1.0e-4, true},
-          {"energy norm, zz", damageMaterial(simple, Criterion::damageSimoJu), 3, 1.0e-4, true},
-          {"Mohr-Coulomb", mohrCoulombMaterial(simple), 0, 1.0e-4, true},
-          {"shear", damageMaterial(simple, Criterion::shear), 4, 2.0e-4, false},
-          {"two measures", twoMeasureMaterial(), 0, 1.0e-4, true}};
-}
-
 TEST(DamageLaws, SoftenExponentiallyUnloadOnTheSecantAndDissipateTheFractureEnergy) {
-  for (const SofteningCase& row : softeningCases()) {
+  struct Row {
+    const char* name;
+    Material material;
+    int place;  // that is strained
+    double peakStrain = 1.0e-4;
+    bool dissipates = true;  // its work to the end is g
+  };
+  const Law simple = Law::simpleDamage;
+  for (const Row& row : {Row{"von Mises", damageMaterial(simple, Criterion::vonMises), 0},
+                         Row{"Tresca, yy", damageMaterial(simple, Criterion::tresca), 1},
+                         Row{"principal stresses", damageMaterial(simple, Criterion::damagePlaneStress), 0},
+                         Row{"energy norm, zz", damageMaterial(simple, Criterion::damageSimoJu), 3},
+                         Row{"Mohr-Coulomb", mohrCoulombMaterial(simple), 0},
+                         Row{"shear", damageMaterial(simple, Criterion::shear), 4, 2.0e-4, false},
+                         Row{"two measures", twoMeasureMaterial(), 0}}) {
     SCOPED_TRACE(row.name);
     SamplePoint<6> point = pointOf(row.material);
     const int at = row.place;

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <functional>
+#include <tuple>
 
 #include "constitutive/backward_euler.h"
 #include "constitutive/characteristic_length.h"
@@ -119,12 +120,7 @@ TEST(Hardening, FrictionAndDilatancyFollowTheVariable) {
 }
 
 TEST(Hardening, StopsWithItsWords) {
-  struct Case {
-    HardeningVariable variable;
-    int code;
-    Slots more;
-    std::string words;
-  };
+  using Case = std::tuple<HardeningVariable, int, Slots, std::string>;
   const std::vector<Case> cases{
       {work, 5, noMore, "NINDI MUST HAVE VALUES FROM 1 TO 4, ERROR IN PLCURV"},
       {work, 1, {{11, -E}, {12, 1}}, " >>>>  ERROR !!! -- pend. impuesta debe ser > "},
@@ -134,9 +130,10 @@ TEST(Hardening, StopsWithItsWords) {
       {equivalentStrain, 3, {{9, 1.0e-3}, {10, f}}, std::string(beyondLimit)},
       {strain, 1, noMore, "  >>>> ERROR AT PLEQS1  *** Q RATIO MUST BE HIGHER THAN ZERO"},
       {strain, 3, noMore, "  >>>> CURVE OF STRAIN HARDENING MUST BE 1, 2 OR 5"}};
-  for (const Case& c : cases)
-    EXPECT_THAT(endOf([&] { return Bar(c.variable, c.code, c.more).pull(1.0e-3); }),
-                testing::StartsWith("law stop " + c.words + ' '));
+  for (const auto& [variable, code, more, words] : cases) {
+    Bar bar(variable, code, more);
+    EXPECT_THAT(endOf([&bar] { return bar.pull(1.0e-3); }), testing::StartsWith("law stop " + words + ' '));
+  }
 }
 
 }  // namespace

@@ -14,25 +14,11 @@
 namespace zema {
 namespace {
 
-Material viscousMaterial(double E, double Ep, double t) {
-  return isotropicMaterial(E, 0.0, {{slot::parallelSpring, Ep}, {slot::relaxationTime, t}});
-}
-
-/// Strength 3 and A = 0.3529412 of the exponential law for a length of 1.
+/// E 30000 of which 18000 relax in 10 s; strength 3 and A = 0.3529412 of the exponential law for a length of 1.
 Material viscoDamageMaterial(Criterion criterion) {
-  Material material = with(viscousMaterial(30.0e3, 18.0e3, 10.0), {{30, 3.0}, {31, 1.0}, {13, 1.0e-3}});
+  Material material = isotropicMaterial(30.0e3, 0.0, {{49, 18.0e3}, {50, 10.0}, {30, 3.0}, {31, 1.0}, {13, 1.0e-3}});
   material.NCRIT = criterion;
   return material;
-}
-
-double stressAfterHold(SamplePoint<4>& point, double strain, double dt, double T) {
-  point.pass.DTIME = dt;
-  double stress = 0.0;
-  for (int i = 0; i < std::lround(T / dt); ++i) {
-    stress = point.update(Strain<4>{{strain}}).stress[0];
-    point.commit();
-  }
-  return stress;
 }
 
 TEST(ViscousLaws, DamperStressFollowsTheRateInDynamicRunsOnly) {
@@ -70,7 +56,12 @@ TEST(ViscousLaws, DamageScalesTheStressThatRelaxesAndComesEarlierAfterCycles) {
     EXPECT_NEAR(point.committedInternal[internal::damage], 0.835442, 1.0e-6);
     EXPECT_EQ(point.committedInternal[internal::dissipation] * point.geometry.dV, energy);
     const double relaxed = 0.4 + 0.6 * std::exp(-1.0);  // of the damaged stress, held for the relaxation time
-    EXPECT_NEAR(stressAfterHold(point, 3.0e-4, 0.01, 10.0) / 1.481018, relaxed, 1.0e-5);
+    point.pass.DTIME = 0.01;
+    for (int i = 0; i < 999; ++i) {
+      (void)point.update(Strain<4>{{3.0e-4}});
+      point.commit();
+    }
+    EXPECT_NEAR(point.update(Strain<4>{{3.0e-4}}).stress[0] / 1.481018, relaxed, 1.0e-5);
   }
   SamplePoint<4> cycled(viscoDamageMaterial(Criterion::vonMises), VISDAM<4>);
   cycled.geometry.FRACL = cycled.pass.TCYCL = 1.0;

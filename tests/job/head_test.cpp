@@ -13,14 +13,6 @@
 namespace zema::test {
 namespace {
 
-const std::string stars = "     * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * * ";
-
-/// The line of a message: 64 characters, at the right of a field of 70.
-std::string messageLine(std::string message) {
-  message.resize(64, ' ');
-  return " -->      " + message + "\n";
-}
-
 /// A job whose files lie in a folder of their own.
 struct HeadTest : testing::Test {
   HeadTest() {
@@ -87,28 +79,17 @@ ExitStatus stopWith(Job& job, RunStage stage, const Stop& stop) {
 }
 
 TEST_F(HeadTest, AStopBeforeTheKernelIsShortAndOneInItHasTheSummary) {
-  const std::string report = "\n\n" + stars + "\n\n                         AN ERROR HAS BEEN DETECTED :\n\n" +
-                             messageLine("  >>>> DETENIDO EN LA RUTINA CHKCON ") +
-                             "                   7.0000        -0.5000\n";
-  EXPECT_EQ(stopWith(job, RunStage::beforeKernel, RunEnd("  >>>> DETENIDO EN LA RUTINA CHKCON ", 7.0, -0.5)),
-            ExitStatus::normal);
-  EXPECT_EQ(folder.read("2"), report);
+  for (const RunStage stage : {RunStage::beforeKernel, RunStage::inKernel})
+    EXPECT_EQ(stopWith(job, stage, RunEnd("  >>>> DETENIDO EN LA RUTINA CHKCON ", 7.0, -0.5)), ExitStatus::normal);
 
-  EXPECT_EQ(stopWith(job, RunStage::inKernel, RunEnd("  >>>> DETENIDO EN LA RUTINA CHKCON ", 7.0, -0.5)),
-            ExitStatus::normal);
-  const std::string edge = std::string(25, ' ') + std::string(30, '=') + "\n";
-  const std::string stopCard = "\n\n" + edge + std::string(33, ' ') + "STOP CARD FOUND\n" + edge + "\n\n";
-  const std::string end = " ZEMA: * * * END OF ANALYSIS * * *\n";
-  EXPECT_EQ(folder.read("2"), report + report + stopCard + end);
+  EXPECT_EQ(folder.read("2"), dataFile("job/stops.txt"));
   const std::string log = folder.read("8");
-  EXPECT_TRUE(log.starts_with(stopCard + "          SUMMARY OF COMPUTING TIMES :\n          " + std::string(26, '=') +
-                              "\n               TOTAL CPU TIME             :"));
+  EXPECT_TRUE(log.starts_with(dataFile("job/summary.txt"))) << log;
   EXPECT_NE(log.find("\n               COMPUTING MATRICES         :  0.00E+00 (****** % )\n"
                      "                    INITIAL COMPUTATIONS       :  0.00E+00 (****** % )\n"),
             std::string::npos)
       << log;
-  EXPECT_TRUE(log.ends_with(end));
-  EXPECT_EQ(log, stopCard + folder.read("31") + end);
+  EXPECT_TRUE(log.ends_with("\n" + folder.read("31") + " ZEMA: * * * END OF ANALYSIS * * *\n")) << log;
 }
 
 TEST_F(HeadTest, AStopInAConstitutiveRoutineLeavesItsOwnFileAlone) {
@@ -119,8 +100,7 @@ TEST_F(HeadTest, AStopInAConstitutiveRoutineLeavesItsOwnFileAlone) {
   std::filesystem::current_path(before);
 
   EXPECT_EQ(status, ExitStatus::stopped);
-  EXPECT_EQ(folder.read("ErrMsg.dat"), "\n\n" + stars + "\n" + messageLine("  >>>>  >>>>  DETENIDO EN -ECUAD- ") +
-                                           "                   3.0000         8.0000\n");
+  EXPECT_EQ(folder.read("ErrMsg.dat"), dataFile("job/law_stop.txt"));
   EXPECT_FALSE(folder.has("2"));
 }
 

@@ -67,7 +67,9 @@ std::string readFile(const std::filesystem::path& path) {
 }
 
 std::string dataFile(const std::string& name) {
-  return readFile(std::filesystem::path(ZEMA_SOURCE) / "tests/data" / name);
+  std::string text = readFile(std::filesystem::path(ZEMA_SOURCE) / "tests/data" / name);
+  EXPECT_FALSE(text.empty()) << name;
+  return text;
 }
 
 std::filesystem::path exampleFolder(const std::string& name) {

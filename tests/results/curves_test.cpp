@@ -68,11 +68,7 @@ TEST_F(CurvesTest, WordsAndParametersChooseTheValue) {
   set(StateSlot::committed, third, 3, test::strainPlace, {0.0, 0.25});
   set(StateSlot::committed, third, 1, test::plasticPlace, {0.0, 0.125});
   model.points.internal(StateSlot::committed, 0, third, 2)[internal::damage] = 0.5;
-  std::istringstream rows(R"(X-IINCS 0 0 0 0 0  2.0    X-OTHER 0 0 0 0 0  0.0    X       0 0 0 0 0  0.0
-                             X-DISPL 5 2 2 0 0 0.75    X-DISPL 5 2 1 0 0  0.0    Y-TREAC 4 1 0 0 0  1.0
-                             Y-TREAC 7 1 0 0 0  100    Y-RCTOT 1 0 0 0 0 11.0    Y-FORCE 1 6 2 0 0 -3.5
-                             Y-STRES 1 3 4 0 0  4.0    Y-STRAI 1 3 2 2 2 0.25    Y-STRAP 1 3 2 1 1 0.125
-                             Y-EHIST 1 3 6 2 1  0.5    Y-EHIST 1 3 6 2 0  0.0    Y-ANGLE 1 3 0 0 0  0.0)");
+  std::istringstream rows(test::dataFile("results/curve_values.txt"));
 
   std::string word;
   for (std::array<int, 5> p{}; rows >> word >> p[0] >> p[1] >> p[2] >> p[3] >> p[4];) {
