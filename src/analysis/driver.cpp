@@ -108,6 +108,7 @@ class Driver {
     }
     deck.begin("number of load steps");
     model_.loop.NLOAD = deck.integer("NLOAD");
+    job_.changeable.push_back(deck.lastItem());
   }
 
   void prepare() {
@@ -121,6 +122,10 @@ class Driver {
       allocate(analysis_);
       analysis_.kernel.prepare(model_);
     });
+    if (!restarts() && !model_.text.CSTART.starts_with("START1")) {
+      notify(job_, "the start word '" + model_.text.CSTART +
+                       "' is neither START1 nor START2: the job runs from its beginning, without frequency records");
+    }
     if (!analysis_.solver) {
       notify(job_, "NSOLV = " + std::to_string(model_.control.NSOLV) + " names no solver: nothing will be solved");
     }

@@ -253,6 +253,11 @@ std::string CardReader::quotedText(std::string_view field) {
   fault(field, found(), "a closing quote");
 }
 
+TextPiece CardReader::lastItem() const {
+  const std::string_view item = std::string_view(text_).substr(itemStart_, cursor_ - itemStart_);
+  return {item.find('*') != std::string_view::npos ? cursor_ : itemStart_, cursor_};
+}
+
 int CardReader::integer(std::string_view field) {
   int value = 0;
   read(field, value);

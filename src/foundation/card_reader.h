@@ -5,7 +5,6 @@
 #include <functional>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "foundation/errors.h"
 
@@ -14,6 +13,12 @@ namespace zema {
 /// The deck ended where an item was still expected.
 class EndOfDeck : public InputFault {
   using InputFault::InputFault;
+};
+
+/// A piece of a text: its first byte, and the one behind it.
+struct TextPiece {
+  std::size_t begin = 0;
+  std::size_t end = 0;
 };
 
 /// List-directed reading of a text file that is held in memory.
@@ -64,8 +69,8 @@ class CardReader {
   [[nodiscard]] std::size_t size() const { return text_.size(); }
   /// The whole text, without a byte order mark.
   [[nodiscard]] std::string_view text() const { return text_; }
-  /// Where in the text the item read last begins, and where reading goes on behind it.
-  [[nodiscard]] std::pair<std::size_t, std::size_t> lastItem() const { return {itemStart_, cursor_}; }
+  /// The item read last; an empty piece when it was read for other fields too, by a repeat count.
+  [[nodiscard]] TextPiece lastItem() const;
   /// Line of the item read last, from 1.
   [[nodiscard]] int lineNumber() const { return itemLine_; }
 

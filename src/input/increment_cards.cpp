@@ -91,7 +91,9 @@ bool readIncrementCard(Job& job, Model& model, const Kernel& kernel) {
     if (model.loadStep.dynamic() && card.DTIME < 0.0) {
       cards.fault("DTIME", card.DTIME, "a time step above 0");
     }
-    readArcLengthData(job, model);
+    if (!model.loadStep.dynamic()) {
+      readArcLengthData(job, model);
+    }
   }
   --card.NREPE;
   return true;

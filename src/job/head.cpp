@@ -55,7 +55,7 @@ void readTexts(Job& job) {
   CardReader& deck = job.cards();
   deck.begin("start word");
   job.CTEXT.CSTART = cut(deck.word("CSTART"));
-  job.startWord = deck.lastItem();
+  job.changeable.push_back(deck.lastItem());
   job.CTEXT.CSTART.erase(job.CTEXT.CSTART.find_last_not_of(' ') + 1);
   deck.begin("title");
   job.CTEXT.CTITLE = cut(deck.word("CTITLE"));
@@ -83,6 +83,7 @@ void readSizes(Job& job, HeadForm form) {
     deck.read("NMATS", control.NMATS);
   }
   deck.read("NINCM", control.NINCM);
+  job.changeable.push_back(deck.lastItem());
   deck.read("KMASS", control.KMASS);
   deck.read("NSOLV", control.NSOLV);
   deck.read("KRENU", control.KRENU);

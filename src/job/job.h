@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <utility>
+#include <vector>
 
 #include "foundation/card_reader.h"
 #include "foundation/channel.h"
@@ -41,7 +41,7 @@ struct Job {
   FileTable CFILE;      ///< names of the job's files
   Channels channels;
   std::optional<CardReader> deck;                   ///< channel 1, the data deck
-  std::pair<std::size_t, std::size_t> startWord{};  ///< first byte of the start word in the deck, and the one behind it
+  std::vector<TextPiece> changeable{};              ///< what a restart may change: start word, NINCM, NLOAD, in order
   std::optional<CardReader> dynamicData{};          ///< channel 16, opened at the first dynamic load step
   std::optional<CardReader> pairs{};  ///< channel 6, the .arc file, once a pair table has been read from it
   Clock clock;

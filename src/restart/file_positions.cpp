@@ -23,40 +23,51 @@ std::vector<std::string> continuedFiles(const Job& job, const Model& model) {
   return files;
 }
 
+std::int64_t changeableBytes(const std::vector<TextPiece>& pieces) {
+  std::int64_t bytes = 0;
+  for (const TextPiece& piece : pieces) bytes += static_cast<std::int64_t>(piece.end - piece.begin);
+  return bytes;
+}
+
 std::int64_t lengthOf(const std::string& path) {
   std::error_code none;
   const std::uintmax_t length = std::filesystem::file_size(path, none);
   return none ? -1 : static_cast<std::int64_t>(length);
 }
 
-/// Checksum of a text without its bytes from `from` to `to`.
-std::uint64_t fingerprint(std::string_view text, std::size_t from, std::size_t to) {
+/// End of a text without some pieces of it, and its checksum.
+ReadPosition measure(std::string_view text, const std::vector<TextPiece>& without = {}) {
   Checksum checksum;
-  checksum.add(text.substr(0, from));
-  checksum.add(text.substr(to));
-  return checksum.value();
+  std::size_t from = 0;
+  for (const TextPiece& piece : without) {
+    checksum.add(text.substr(from, piece.begin - from));
+    from = piece.end;
+  }
+  checksum.add(text.substr(from));
+  return {static_cast<std::int64_t>(text.size()) - changeableBytes(without), checksum.value()};
 }
 
 ReadPosition positionIn(const std::optional<CardReader>& reader) {
-  if (!reader) return {};
-  const long position = reader->position();
-  return {position, fingerprint(reader->text().substr(0, static_cast<std::size_t>(position)), 0, 0)};
+  return reader ? measure(reader->text().substr(0, static_cast<std::size_t>(reader->position()))) : ReadPosition{};
 }
 
 ReadPosition positionInDeck(const Job& job, std::int64_t position) {
-  const auto [from, to] = job.startWord;
-  const std::string_view before = job.deck->text().substr(0, static_cast<std::size_t>(position));
-  return {position - static_cast<std::int64_t>(to), fingerprint(before, from, to)};
+  return measure(job.deck->text().substr(0, static_cast<std::size_t>(position)), job.changeable);
+}
+
+/// Where reading of the deck in hand goes on.
+std::int64_t placeInDeck(const Job& job, const FilePositions& saved) {
+  return saved.IPOS1.position + changeableBytes(job.changeable);
 }
 
 [[noreturn]] void otherText(const std::string& file, std::int64_t position) {
   throw InputFault(file + " is not the file that the restart data belong to: its text up to byte " +
-                   std::to_string(position) + " has changed (of a deck only the start word may)");
+                   std::to_string(position) + " has changed (of a deck only start word, NINCM and NLOAD may)");
 }
 
 void checkText(const std::string& file, std::string_view text, const ReadPosition& saved) {
   const auto position = static_cast<std::size_t>(saved.position);
-  if (position > text.size() || fingerprint(text.substr(0, position), 0, 0) != saved.fingerprint)
+  if (position > text.size() || measure(text.substr(0, position)).fingerprint != saved.fingerprint)
     otherText(file, saved.position);
 }
 
@@ -65,6 +76,22 @@ void openAndCheck(std::optional<CardReader>& reader, const std::string& file, co
   reader.emplace(file);
   checkText(file, reader->text(), saved);
   reader->seek(static_cast<long>(saved.position));
+}
+
+/// A file that a restart goes on with: long enough and writable.
+void checkContinued(const std::string& file, std::int64_t saved, const Channel* open) {
+  const std::int64_t length = open == nullptr ? lengthOf(file) : open->lengthWhenOpened();
+  if (length < saved)
+    throw FileFault("cannot go on with " + file + ": the restart data belong to " + std::to_string(saved) +
+                    " bytes of it, and it " + (length < 0 ? "is missing" : "has " + std::to_string(length)));
+  if (open == nullptr) Channel::open(file, OpenMode::append).close();
+}
+
+/// A file that did not exist when the state was saved.
+void removeFile(const std::string& file) {
+  std::error_code fault;
+  std::filesystem::remove(file, fault);
+  if (fault) throw FileFault("cannot remove " + file + ": " + fault.message());
 }
 
 }  // namespace
@@ -84,34 +111,29 @@ void transfer(Archive& archive, FilePositions& positions) {
 }
 
 void checkPositions(const Job& job, const Model& model, const FilePositions& saved) {
-  const std::int64_t position = saved.IPOS1.position + static_cast<std::int64_t>(job.startWord.second);
+  const std::int64_t position = placeInDeck(job, saved);
   if (position > static_cast<std::int64_t>(job.deck->size()) ||
+      position < static_cast<std::int64_t>(job.changeable.back().end) ||
       positionInDeck(job, position).fingerprint != saved.IPOS1.fingerprint)
     otherText(job.deck->fileName(), position);
   const std::vector<std::string> files = continuedFiles(job, model);
   if (files.size() != saved.lengths.size()) otherText(job.deck->fileName(), position);
-  for (std::size_t i = 0; i < files.size(); ++i) {
-    const Channel* open = job.channels.find(files[i]);
-    const std::int64_t length = open == nullptr ? lengthOf(files[i]) : open->lengthWhenOpened();
-    if (length < saved.lengths[i])
-      throw FileFault("cannot go on with " + files[i] + ": the restart data belong to " +
-                      std::to_string(saved.lengths[i]) + " bytes of it, and it has " +
-                      std::to_string(std::max<std::int64_t>(length, 0)));
-  }
+  for (std::size_t i = 0; i < files.size(); ++i)
+    if (saved.lengths[i] >= 0) checkContinued(files[i], saved.lengths[i], job.channels.find(files[i]));
 }
 
 void takeUp(Job& job, const Model& model, const FilePositions& saved) {
   openAndCheck(job.dynamicData, job.CFILE[entry::dynamicData], saved.IPOS16);
   openAndCheck(job.pairs, job.CFILE[entry::pairs], saved.pairs);
-  job.deck->seek(static_cast<long>(saved.IPOS1.position) + static_cast<long>(job.startWord.second));
+  job.deck->seek(placeInDeck(job, saved));
   const std::vector<std::string> files = continuedFiles(job, model);
   for (std::size_t i = 0; i < files.size(); ++i) {
     if (saved.lengths[i] < 0) {
-      std::filesystem::remove(files[i]);
+      removeFile(files[i]);
     } else if (Channel* open = job.channels.find(files[i])) {
       open->cutTo(saved.lengths[i]);
     } else {
-      std::filesystem::resize_file(files[i], static_cast<std::uintmax_t>(saved.lengths[i]));
+      Channel::open(files[i], OpenMode::append).cutTo(saved.lengths[i]);
     }
   }
 }

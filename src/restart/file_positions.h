@@ -17,7 +17,7 @@ struct ReadPosition {
   std::uint64_t fingerprint = 0;
 };
 
-/// Positions of the files of a run. Those of the deck count from the end of the start word, which a restart changes.
+/// Positions of the files of a run. Place and checksum of the deck leave out what a restart may change of it.
 struct FilePositions {
   ReadPosition IPOS1;   ///< the deck
   ReadPosition IPOS16;  ///< the dynamic data
@@ -32,11 +32,12 @@ struct FilePositions {
 
 void transfer(Archive& archive, FilePositions& positions);
 
-/// Throws InputFault when the deck or another file that is read is not the one of the saved positions, FileFault when a
-/// file that was written has become shorter. Changes nothing.
+/// Throws InputFault when the deck is not the one of the saved positions, FileFault when a file that was written is
+/// missing, has become shorter or cannot be written. Changes nothing.
 void checkPositions(const Job& job, const Model& model, const FilePositions& saved);
 
 /// Takes up reading at the saved positions and cuts what was written at its saved length (`LASTLINE`, `ARC_COMPLEMT`).
+/// Throws InputFault, before anything is cut, when another file that is read is not the one of the saved positions.
 void takeUp(Job& job, const Model& model, const FilePositions& saved);
 
 }  // namespace zema

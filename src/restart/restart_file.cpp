@@ -16,7 +16,7 @@ namespace zema {
 namespace {
 
 constexpr std::string_view firstWords = "ZEMA restart data\n";
-constexpr std::uint32_t formatVersion = 1;  // to be raised whenever what is written changes
+constexpr std::uint32_t formatVersion = 2;  // to be raised whenever what is written changes
 constexpr std::size_t block = std::size_t{1} << 20;
 
 [[noreturn]] void failed(std::string_view action, const std::string& path) {
@@ -40,6 +40,10 @@ RestartWriter::RestartWriter(std::string path)
     : path_(std::move(path)), file_(Channel::open(path_ + ".new", OpenMode::fromStart)) {
   append(firstWords.data(), firstWords.size());
   append(&formatVersion, sizeof formatVersion);
+}
+
+RestartWriter::~RestartWriter() {
+  if (!replaced_) ::unlink(file_.path().c_str());
 }
 
 void RestartWriter::append(const void* data, std::size_t count) {
@@ -70,6 +74,7 @@ void RestartWriter::replace(bool toDisk) {
   if (toDisk) file_.sync();
   file_.close();
   if (std::rename(file_.path().c_str(), path_.c_str()) != 0) failed("replace", path_);
+  replaced_ = true;
   if (toDisk) syncFolder(path_);
 }
 

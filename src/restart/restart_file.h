@@ -16,6 +16,10 @@ class RestartWriter final : public Archive {
  public:
   /// Throws FileFault.
   explicit RestartWriter(std::string path);
+  /// Removes the new file when it has not taken the place of the old one, as after a full disk.
+  ~RestartWriter() override;
+  RestartWriter(const RestartWriter&) = delete;
+  RestartWriter& operator=(const RestartWriter&) = delete;
 
   void bytes(void* data, std::size_t count) override;
   [[nodiscard]] bool restores() const override { return false; }
@@ -31,6 +35,7 @@ class RestartWriter final : public Archive {
   std::string path_;
   Channel file_;
   Checksum checksum_;
+  bool replaced_ = false;
 };
 
 /// Reads what a RestartWriter wrote.

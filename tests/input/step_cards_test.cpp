@@ -101,6 +101,10 @@ TEST_F(IncrementCardsTest, ACardStandsForItsCountOfIncrements) {
   }
   EXPECT_EQ(card.DTIME, 1.5);  // a null value keeps what the card before said
   EXPECT_THAT(card.NOUTP, ElementsAre(0, 2, 0, 0));
+
+  model.loadStep.IDINA = 1;  // time steps ask nothing of arc-length data
+  for (const char* type : {"4", "5"})
+    EXPECT_EQ(endOf("1 0.5 1 1e-7 30 0 3 0 0 2 " + std::string(type) + " 0.25 9 9 21*0\n"), "goes on");
 }
 
 TEST_F(IncrementCardsTest, TheEndOfTheDeckIsNoFaultAndLeavesTheCardAlone) {

@@ -125,8 +125,7 @@ TEST(WrongModel, ABodyWithoutLoadsConvergesAtOnceWithAWarning) {
 }
 
 TEST(FrequencyStudy, LeavesItsFilesWhereTheJobRuns) {
-  std::string study = pulledCube().text();
-  study.replace(study.find(" 4 0 0 1 0 0\n"), 13, " 4 0 0 1 0 1\n");  // KFREC
+  std::string study = replaced(pulledCube().text(), " 4 0 0 1 0 0\n", " 4 0 0 1 0 1\n");  // KFREC
   study.insert(study.find("CURV,    0\n") + 11, "1 0.0 1 1\n");       // the frequency card
   const JobFolder folder;
   folder.write("job.dts", study);
@@ -154,6 +153,7 @@ TEST(WrongFiles, EndTheRunWithAMessageButNotAClosedConsole) {
         {"empty.dts", "\n", inputFault, "end of the file"},
         {"junk.dts", junk, inputFault, "line 2"},
         {"odd.dts", "mec3d\n1 0 0 1 0\nSTART1\n'title'\n", 1, "--> UNKNOWN PROBLEM TYPE..........S:INPU1"},
+        {"again.dts", replaced(cube, "START1", "start2"), 0, "the start word 'start2' is neither START1 nor START2"},
         {"full.dts", cube, fileFault, "full.post.res: No space left on device"},
         {"limited.dts", cube, fileFault, "File too large", "ulimit -f 8"},
         {"silent.dts", cube, 0, "", "exec >&-"}}) {  // a closed console is no reason to fail

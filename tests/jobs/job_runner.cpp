@@ -72,6 +72,10 @@ std::string dataFile(const std::string& name) {
   return text;
 }
 
+std::string replaced(std::string text, const std::string& old, const std::string& by) {
+  return text.replace(text.find(old), old.size(), by);
+}
+
 std::filesystem::path exampleFolder(const std::string& name) {
   return std::filesystem::path(ZEMA_SOURCE) / "examples" / name;
 }

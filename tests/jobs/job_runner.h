@@ -32,6 +32,9 @@ std::string readFile(const std::filesystem::path& path);
 /// The text of a file of tests/data.
 std::string dataFile(const std::string& name);
 
+/// The text with `by` in the place of the first `old`.
+std::string replaced(std::string text, const std::string& old, const std::string& by);
+
 /// The folder of an example.
 std::filesystem::path exampleFolder(const std::string& name);
 /// The names of all examples, in order.

@@ -49,25 +49,37 @@ struct Cards {
       }
     }
   }
-  [[nodiscard]] std::string restart() const {
-    std::string again = text;
-    return again.replace(again.find("START1"), 6, "START2");
-  }
+  /// The text up to a card, without its last line end.
+  [[nodiscard]] std::string upTo(std::size_t card) const { return text.substr(0, ends.at(card - 1) - 1); }
 };
 
-void stopAndGoOn(const Cards& cards, const std::vector<std::size_t>& stops, const std::string& pairs = "") {
+std::string restarted(const std::string& deck) {
+  return replaced(deck, "START1", "START2");
+}
+
+/// The deck with another field 7 of its size card, which ends the run early.
+std::string withNINCM(std::string deck, int NINCM) {
+  std::size_t at = 0;
+  for (int line = 1; line < 5; ++line) at = deck.find('\n', at) + 1;
+  for (int field = 1; field < 7; ++field) at = deck.find(' ', at) + 1;
+  return deck.replace(at, deck.find(' ', at) - at, std::to_string(NINCM));
+}
+
+/// Compares a run with runs of shorter decks one after the other and of the whole deck at the end. `beside` is a file
+/// that they read.
+void stopAndGoOn(const std::string& deck, const std::vector<std::string>& shorter, const std::string& beside = "",
+                 const std::string& text = "") {
   const JobFolder whole;
   const JobFolder parts;
-  for (const JobFolder* folder : {&whole, &parts}) folder->write("job.arc", pairs);
-  solve(whole, cards.text);
+  if (!beside.empty())
+    for (const JobFolder* folder : {&whole, &parts}) folder->write(beside, text);
+  solve(whole, deck);
 
-  std::string deck = cards.text;
-  for (const std::size_t stop : stops) {
-    parts.write("job.dts", deck.substr(0, cards.ends.at(stop - 1) - 1));  // without its last line end
+  for (std::size_t i = 0; i < shorter.size(); ++i) {
+    parts.write("job.dts", i == 0 ? shorter[i] : restarted(shorter[i]));
     runJob(parts, "job.dts");  // which ends with a fault where another load step should follow
-    deck = cards.restart();
   }
-  solve(parts, deck);
+  solve(parts, restarted(deck));
   expectSameFiles(whole, parts);
 }
 
@@ -92,7 +104,7 @@ TEST(Restart, EveryStopOfEverySolverGoesOnToTheSameBits) {
     ASSERT_EQ(cards.ends.size(), 8U);
     for (const std::size_t stop : {1U, 4U, 6U, 7U}) {
       SCOPED_TRACE(testing::Message() << "NSOLV " << NSOLV << ", stop " << stop);
-      stopAndGoOn(cards, {stop}, "1 2\n3 4\n");
+      stopAndGoOn(cards.text, {cards.upTo(stop)}, "job.arc", "1 2\n3 4\n");
     }
   }
 }
@@ -100,10 +112,17 @@ TEST(Restart, EveryStopOfEverySolverGoesOnToTheSameBits) {
 TEST(Restart, EveryExampleStopsAtEachThird) {
   for (const std::string& name : exampleNames()) {
     SCOPED_TRACE(name);
-    const Cards cards(readFile(exampleFolder(name) / (name + ".dts")));
+    const std::string deck = readFile(exampleFolder(name) / (name + ".dts"));
+    const std::string data = readFile(exampleFolder(name) / (name + ".din"));
+    const Cards cards(deck);
     const std::size_t n = cards.ends.size();
-    if (n < 2 || std::filesystem::exists(exampleFolder(name) / (name + ".din"))) continue;
-    stopAndGoOn(cards, n < 3 ? std::vector<std::size_t>{1} : std::vector<std::size_t>{n / 3, 2 * n / 3});
+    if (!data.empty()) {
+      int NSTEP = 0;
+      std::istringstream(data.substr(data.find(' ', data.find(' ', data.find(' ') + 1) + 1))) >> NSTEP;
+      stopAndGoOn(deck, {withNINCM(deck, NSTEP / 3), withNINCM(deck, 2 * NSTEP / 3)}, "job.din", data);
+    } else if (n > 1) {
+      stopAndGoOn(cards.text, {cards.upTo(std::max<std::size_t>(n / 3, 1)), cards.upTo(2 * n / 3)});
+    }
   }
 }
 
@@ -114,7 +133,7 @@ TEST(Restart, AKillAtAnyMomentLeavesAStateToGoOnFrom) {
   for (const JobFolder* folder : {&whole, &parts}) folder->write("job.arc", "1 2\n3 4\n");
   solve(whole, cards.text);
   const auto nextDeck = [&] {
-    if (parts.has("job.rst")) return parts.write("job.dts", cards.restart());
+    if (parts.has("job.rst")) return parts.write("job.dts", restarted(cards.text));
     for (const auto& file : std::filesystem::directory_iterator(parts.path()))  // killed before anything was saved
       if (file.path().extension() != ".arc") std::filesystem::remove(file.path());
     parts.write("job.dts", cards.text);
@@ -131,9 +150,23 @@ TEST(Restart, AKillAtAnyMomentLeavesAStateToGoOnFrom) {
   expectSameFiles(whole, parts);
 }
 
+TEST(Restart, AFullDiskLeavesTheStateOfBefore) {
+  const JobFolder folder;
+  folder.write("job.rst", "the state of before");
+  folder.write("job.dts", busyDeck(4).text());
+  std::filesystem::create_symlink("/dev/full", folder.path() / "job.rst.new");
+
+  const JobOutcome outcome = runJob(folder, "job.dts");
+
+  EXPECT_EQ(outcome.status, 3);
+  EXPECT_NE(outcome.console.find("cannot write job.rst.new: No space left on device"), std::string::npos);
+  EXPECT_EQ(folder.read("job.rst"), "the state of before");
+  EXPECT_FALSE(std::filesystem::is_symlink(folder.path() / "job.rst.new"));
+}
+
 TEST(Restart, WhatDoesNotFitIsRefusedAndNothingIsCut) {
   const Cards cards(busyDeck(4).text());
-  const std::string whole = cards.restart();
+  const std::string whole = restarted(cards.text);
   const JobFolder folder;
   folder.write("job.arc", "1 2\n3 4\n");
   folder.write("job.dts", cards.text.substr(0, cards.ends[1]));
@@ -157,10 +190,13 @@ TEST(Restart, WhatDoesNotFitIsRefusedAndNothingIsCut) {
   std::string otherVersion = saved;
   otherVersion[18] = 99;
   refused(otherVersion, whole, "restart data of version 99", 2);
-  std::string otherDeck = whole;
-  otherDeck.replace(otherDeck.find("1000 "), 5, "1001 ");
-  refused(saved, otherDeck, "is not the file that the restart data belong to", 2);
-  refused(saved, busyDeck(2).text().replace(cards.text.find("START1"), 6, "START2"), "NSOLV = 4, the deck has 2", 2);
+  refused(saved, replaced(whole, "1000 ", "1001 "), "is not the file that the restart data belong to", 2);
+  refused(saved, restarted(busyDeck(2).text()), "NSOLV = 4, the deck has 2", 2);
+  std::filesystem::create_directories(folder.path() / "job.mec.29" / "full");  // no such file when the state was saved
+  refused(saved, whole, "cannot remove job.mec.29: ", 3);
+  std::filesystem::remove_all(folder.path() / "job.mec.29");
+  std::filesystem::remove(folder.path() / "job.AB");
+  refused(saved, whole, "cannot go on with job.AB: the restart data belong to 96 bytes of it, and it is missing", 3);
   folder.write("job.mec.log", "");
   refused(saved, whole, "cannot go on with job.mec.log", 3);
   std::filesystem::remove(folder.path() / "job.rst");
