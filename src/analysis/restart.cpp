@@ -58,6 +58,7 @@ void save(Analysis& analysis) {
   file.put(kept ? analysis.solver->matrices() : std::span<const double>());
   const double now = analysis.job.clock.TIMUSE();
   const bool toDisk = now - analysis.lastSync > betweenSyncs;
+  if (toDisk) bringToDisk(analysis.job, analysis.model, positions);
   file.replace(toDisk);
   if (toDisk) {
     analysis.lastSync = analysis.job.clock.TIMUSE();

@@ -40,10 +40,10 @@ struct Job {
   ControlRecord KCONT;  ///< sizes and switches from the head of the deck
   FileTable CFILE;      ///< names of the job's files
   Channels channels;
-  std::optional<CardReader> deck;                   ///< channel 1, the data deck
-  std::vector<TextPiece> changeable{};              ///< what a restart may change: start word, NINCM, NLOAD, in order
-  std::optional<CardReader> dynamicData{};          ///< channel 16, opened at the first dynamic load step
-  std::optional<CardReader> pairs{};  ///< channel 6, the .arc file, once a pair table has been read from it
+  std::optional<CardReader> deck;           ///< channel 1, the data deck
+  std::vector<TextPiece> changeable{};      ///< what a restart may change: start word, NINCM, NLOAD, in order
+  std::optional<CardReader> dynamicData{};  ///< channel 16, opened at the first dynamic load step
+  std::optional<CardReader> pairs{};        ///< channel 6, the .arc file, once a pair table has been read from it
   Clock clock;
   Console console;
   ProgressLine progress;

@@ -103,6 +103,12 @@ FilePositions filePositions(Job& job, const Model& model) {
   return now;
 }
 
+void bringToDisk(const Job& job, const Model& model, const FilePositions& now) {
+  const std::vector<std::string> files = continuedFiles(job, model);
+  for (std::size_t i = 0; i < files.size(); ++i)
+    if (now.lengths[i] >= 0) Channel::open(files[i], OpenMode::append).sync();
+}
+
 void transfer(Archive& archive, FilePositions& positions) {
   archive.section("files");
   for (ReadPosition* read : {&positions.IPOS1, &positions.IPOS16, &positions.pairs})
@@ -127,10 +133,11 @@ void takeUp(Job& job, const Model& model, const FilePositions& saved) {
   openAndCheck(job.pairs, job.CFILE[entry::pairs], saved.pairs);
   job.deck->seek(placeInDeck(job, saved));
   const std::vector<std::string> files = continuedFiles(job, model);
+  for (std::size_t i = 0; i < files.size(); ++i)
+    if (saved.lengths[i] < 0) removeFile(files[i]);
   for (std::size_t i = 0; i < files.size(); ++i) {
-    if (saved.lengths[i] < 0) {
-      removeFile(files[i]);
-    } else if (Channel* open = job.channels.find(files[i])) {
+    if (saved.lengths[i] < 0) continue;
+    if (Channel* open = job.channels.find(files[i])) {
       open->cutTo(saved.lengths[i]);
     } else {
       Channel::open(files[i], OpenMode::append).cutTo(saved.lengths[i]);

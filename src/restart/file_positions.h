@@ -32,6 +32,10 @@ struct FilePositions {
 
 void transfer(Archive& archive, FilePositions& positions);
 
+/// Brings the files that a restart goes on with to the disk, up to the positions as they are now: restart data that
+/// outlive the machine must not belong to more of them than it has kept. Throws FileFault.
+void bringToDisk(const Job& job, const Model& model, const FilePositions& now);
+
 /// Throws InputFault when the deck is not the one of the saved positions, FileFault when a file that was written is
 /// missing, has become shorter or cannot be written. Changes nothing.
 void checkPositions(const Job& job, const Model& model, const FilePositions& saved);

@@ -126,7 +126,7 @@ TEST(WrongModel, ABodyWithoutLoadsConvergesAtOnceWithAWarning) {
 
 TEST(FrequencyStudy, LeavesItsFilesWhereTheJobRuns) {
   std::string study = replaced(pulledCube().text(), " 4 0 0 1 0 0\n", " 4 0 0 1 0 1\n");  // KFREC
-  study.insert(study.find("CURV,    0\n") + 11, "1 0.0 1 1\n");       // the frequency card
+  study.insert(study.find("CURV,    0\n") + 11, "1 0.0 1 1\n");                           // the frequency card
   const JobFolder folder;
   folder.write("job.dts", study);
 
