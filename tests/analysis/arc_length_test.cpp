@@ -38,28 +38,26 @@ class ArcLengthTest : public InputTest {
 };
 
 TEST_F(ArcLengthTest, EachTypeFindsItsCorrectionAndItScalesLoadsAndSupports) {
-  struct Row {
-    const char* card;  // KARCL ARCLN NODAR IDOFA
-    double dl;
-  };
+  using Row = std::pair<const char*, double>;  // KARCL ARCLN NODAR IDOFA, correction
   folder.write("pairs", "1 2 a comment\n2 1.0\n3,4\n2 1\n");
   job.CFILE[entry::pairs] = folder.path() / "pairs";
   model.vectors.RLOAD(0, 1)[0] = 10.0;
-  for (const Row& row : {Row{"1 6 0 0", (6.0 * 5.0 - 25.0 + 1.0) / 10.0}, Row{"2 10 0 0", (10.0 - 7.0) / 3.0},
-                         Row{"3 10 0 0", (-11.0 + std::sqrt(121.0 + 5.0 * 75.0)) / 5.0}, Row{"4 8 2 1", 8.0 - 3.0},
-                         Row{"4 8 2 2", 0.0}, Row{"7 8 9 9", 0.0}, Row{"5 -4 1 1", (-4.0 + 1.0) / -1.0},
-                         Row{"6 3 2 1", 2.0}, Row{"6 3 1 2", 0.0}, Row{"5 3 0 1", 0.0}}) {
-    SCOPED_TRACE(row.card);
+  for (const auto& [card, dl] :
+       {Row{"1 6 0 0", (6.0 * 5.0 - 25.0 + 1.0) / 10.0}, Row{"2 10 0 0", (10.0 - 7.0) / 3.0},
+        Row{"3 10 0 0", (-11.0 + std::sqrt(121.0 + 5.0 * 75.0)) / 5.0}, Row{"4 8 2 1", 8.0 - 3.0}, Row{"4 8 2 2", 0.0},
+        Row{"7 8 9 9", 0.0}, Row{"5 -4 1 1", (-4.0 + 1.0) / -1.0}, Row{"6 3 2 1", 2.0}, Row{"6 3 1 2", 0.0},
+        Row{"5 3 0 1", 0.0}}) {
+    SCOPED_TRACE(card);
     setMotion({3, 4}, {1, -1}, {2, 1});
     model.vectors.TLOAD(0)[0] = analysis.equations.FIXED[14] = model.working.FACTO = 0.0;
 
-    read(row.card);
+    read(card);
 
-    EXPECT_NEAR(model.increment.DFACT, 0.5 + row.dl, 1e-14);
-    EXPECT_NEAR(model.working.FACTO, row.dl, 1e-14);
-    EXPECT_NEAR(analysis.equations.ASDIS[0], 1.0 + 2.0 * row.dl, 1e-14);
-    EXPECT_NEAR(model.vectors.TLOAD(0)[0], 10.0 * row.dl, 1e-13);
-    EXPECT_NEAR(analysis.equations.FIXED[14], 5.0 * row.dl, 1e-13);
+    EXPECT_NEAR(model.increment.DFACT, 0.5 + dl, 1e-14);
+    EXPECT_NEAR(model.working.FACTO, dl, 1e-14);
+    EXPECT_NEAR(analysis.equations.ASDIS[0], 1.0 + 2.0 * dl, 1e-14);
+    EXPECT_NEAR(model.vectors.TLOAD(0)[0], 10.0 * dl, 1e-13);
+    EXPECT_NEAR(analysis.equations.FIXED[14], 5.0 * dl, 1e-13);
   }
 }
 

@@ -50,25 +50,23 @@ TEST(SerialParallelLayer, ElasticConstants) {
 }
 
 TEST(ShortFibreLayer, ElasticConstants) {
-  struct Case {
-    double length, N, E, nu, G;
-  };
+  using Case = std::array<double, 5>;
   const Material matrix = isotropicMaterial(3000.0, 0.35);
   const Composite composite = shortFibre(1, 2, 0.5, 0.2, 0.3);
   const auto fibre = [](double length) {
     return isotropicMaterial(500.0e3, 0.2, {{slot::fibreRadius, 1.0}, {slot::fibreLength, length}});
   };
-  for (const Case& expected :
+  for (const auto& [length, N, E, nu, G] :
        {Case{50.0, 0.7768307, 80725.2107, 0.2088828, 33388.353}, Case{1000.0, 0.9888458, 101559.7318, 0.0, 0.0}}) {
-    const double transfers = transferLengths(composite.layers[0], fibre(expected.length), matrix);
-    const std::vector<double> found = constantsOf(composite, {matrix, fibre(expected.length)});
+    const double transfers = transferLengths(composite.layers[0], fibre(length), matrix);
+    const std::vector<double> found = constantsOf(composite, {matrix, fibre(length)});
 
-    EXPECT_NEAR(transfers / expected.length, 0.09849339, 5.0e-9);
-    EXPECT_NEAR(NPARORI(transfers), expected.N, 5.0e-8);
-    EXPECT_NEAR(found[0], expected.E, 5.0e-5);
-    if (expected.nu != 0.0) {
-      EXPECT_NEAR(found[2], expected.nu, 5.0e-8);
-      EXPECT_NEAR(found[4], expected.G, 5.0e-4);
+    EXPECT_NEAR(transfers / length, 0.09849339, 5.0e-9);
+    EXPECT_NEAR(NPARORI(transfers), N, 5.0e-8);
+    EXPECT_NEAR(found[0], E, 5.0e-5);
+    if (nu != 0.0) {
+      EXPECT_NEAR(found[2], nu, 5.0e-8);
+      EXPECT_NEAR(found[4], G, 5.0e-4);
     }
   }
   EXPECT_THROW(constantsOf(composite, {matrix, fibre(10.0)}), InputFault);
@@ -121,12 +119,7 @@ Material sampleOf(Law law, double E) {
   const Slots slots{{7, f},    {30, f},   {8, 1.0},   {9, 1.0}, {10, peak}, {12, 1.0}, {14, 1.0},
                     {20, 1.0}, {26, 1.0}, {31, 1.0},  {11, f},  {17, f},    {13, g},   {19, g},
                     {54, g},   {49, Ep},  {50, 10.0}, {32, Hk}, {34, 1.0}};
-  Material material = isotropicMaterial(E, 0.3, slots);
-  material.NTINT = law;
-  material.NFLUG = Flow::variable;
-  material.NHARD = HardeningVariable::strain;
-  material.NMATX = TangentChoice::algorithmic;
-  return material;
+  return isotropicMaterial(E, 0.3, slots, plasticCodes(Criterion::vonMises, law));
 }
 
 /// The upper triangle F with F^T F = I + 2 E: a deformation gradient that goes with a Green-Lagrange strain.

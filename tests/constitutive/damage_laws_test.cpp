@@ -18,12 +18,8 @@ constexpr double E = 30.0e3, f = 3.0, g = 1.0e-3;  // f / E = 1e-4
 
 Material damageMaterial(Law law, Criterion criterion, const Slots& more = {}) {
   const double strength = criterion == Criterion::damageSimoJu ? f / std::sqrt(E) : f;
-  Material material =
-      isotropicMaterial(E, 0.0, {{6, 0.5}, {20, 1.0}, {23, 0.12}, {24, 2.0}, {30, strength}, {31, 1.0}});
-  material.NTINT = law;
-  material.NCRIT = criterion;
-  material(slot::damageFractureEnergy) = g;
-  return with(material, more);
+  const Slots slots{{6, 0.5}, {20, 1.0}, {23, 0.12}, {24, 2.0}, {30, strength}, {31, 1.0}, {54, g}};
+  return with(isotropicMaterial(E, 0.0, slots, {.NCRIT = criterion, .NCRIP = Criterion::vonMises, .NTINT = law}), more);
 }
 
 /// The third criterion with a strength of 30 in compression and 3 in tension.

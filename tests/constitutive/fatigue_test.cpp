@@ -71,10 +71,8 @@ TEST(Fatigue, EdgesAreFinite) {
 }
 
 TEST(Fatigue, HistoryGivesPeakValleyAndRatio) {
-  struct Step {
-    double stress, smin, smax, R;
-  };
-  const std::vector<std::vector<Step>> histories{
+  using Steps = std::vector<std::array<double, 4>>;
+  const std::vector<Steps> histories{
       {{10, 0, 10, 0}, {12, 0, 10, 0}, {14, 0, 10, 0}},                                             // monotonic
       {{10, 0, 10, 0}, {20, 0, 10, 0}, {5, 0, 20, 0}, {15, 5, 20, 0.25}, {-20, 5, 15, 1.0 / 3.0}},  // pulsating
       {{10, 0, 10, 0}, {-10, 0, 10, 0}, {10, -10, 10, -1}, {-25, -10, 10, -1}, {8, -25, 10, -1}},   // reversed
@@ -82,12 +80,12 @@ TEST(Fatigue, HistoryGivesPeakValleyAndRatio) {
       {{-10, 0, -10, 0}, {-20, 0, -10, 0}, {-10, -20, -10, 0.68}, {-20, -20, -10, 0.68}}};
   for (const auto& history : histories) {
     CycledPoint point(0, -9999.0);
-    for (const Step& step : history) {
-      const double factor = point.factor(100.0, std::abs(step.stress), step.stress);
-      EXPECT_EQ(point.values[fatigue::valley], step.smin) << step.stress;
-      EXPECT_EQ(point.values[fatigue::peak], step.smax) << step.stress;
-      EXPECT_NEAR(point.values[fatigue::ratio], step.R, 1.0e-7) << step.stress;
-      EXPECT_EQ(factor < 1.0, step.smax != 0.0);
+    for (const auto& [stress, smin, smax, R] : history) {
+      const double factor = point.factor(100.0, std::abs(stress), stress);
+      EXPECT_EQ(point.values[fatigue::valley], smin) << stress;
+      EXPECT_EQ(point.values[fatigue::peak], smax) << stress;
+      EXPECT_NEAR(point.values[fatigue::ratio], R, 1.0e-7) << stress;
+      EXPECT_EQ(factor < 1.0, smax != 0.0);
     }
   }
 }

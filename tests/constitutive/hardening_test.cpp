@@ -29,11 +29,8 @@ struct Bar : SamplePoint<6> {
   }
   static Material make(HardeningVariable variable, double code, const Slots& more) {
     const Slots curves{{6, 0.5}, {7, f}, {8, code}, {13, gf * l}, {14, code}, {19, gc * l}, {20, R}};
-    Material material = isotropicMaterial(E, 0.0, curves);
-    material.NCRIT = Criterion::mohrCoulomb;
-    material.NCRIP = Criterion::damagePlaneStress;
-    material.NHARD = variable;
-    return with(material, more);
+    const LawCodes codes{.NCRIT = Criterion::mohrCoulomb, .NCRIP = Criterion::damagePlaneStress, .NHARD = variable};
+    return with(isotropicMaterial(E, 0.0, curves, codes), more);
   }
   double pull(double strain) {
     const double stress = update(Strain<6>{{strain}}).stress[0];

@@ -55,12 +55,8 @@ Material concrete(Law law, Criterion criterion) {
   const double phi = std::numbers::pi / 6.0, f = strength * R, g = 1.0e-3;
   const Slots slots{{6, phi},  {5, phi}, {20, R}, {26, R},  {31, R},   {23, 0.12}, {27, 0.12},      {24, 3.0},
                     {28, 3.0}, {7, f},   {30, f}, {8, 2.0}, {14, 2.0}, {13, g},    {19, g * R * R}, {54, g}};
-  Material m = isotropicMaterial(E, 0.2, slots);
-  m.NTINT = law;
-  m.NCRIT = criterion;
-  m.NCRIP = criterion == Criterion::damageSimoJu ? Criterion::vonMises : criterion;
-  m.NFLUG = Flow::variable;
-  return m;
+  const Criterion potential = criterion == Criterion::damageSimoJu ? Criterion::vonMises : criterion;
+  return isotropicMaterial(E, 0.2, slots, {criterion, potential, law, Flow::variable});
 }
 
 Material hardening(Material m, double slope) {

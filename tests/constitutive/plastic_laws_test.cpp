@@ -23,13 +23,7 @@ Material steel(Law law, Criterion criterion, double H) {
   const double phi = 30.0 * degree;
   const Slots slots{{6, phi},  {5, phi},   {20, R},    {26, R},    {10, R},      {8, 1.0}, {9, 1.0},
                     {12, 1.0}, {23, 0.12}, {27, 0.12}, {7, 200.0}, {34, 1.0e-9}, {11, H},  {33, H}};
-  Material material = isotropicMaterial(200.0e3, 0.3, slots);
-  material.NCRIT = material.NCRIP = criterion;
-  material.NTINT = law;
-  material.NFLUG = Flow::variable;
-  material.NHARD = HardeningVariable::strain;
-  material.NMATX = TangentChoice::algorithmic;
-  return material;
+  return isotropicMaterial(200.0e3, 0.3, slots, plasticCodes(criterion, law));
 }
 
 /// Law 3 is made for von Mises.

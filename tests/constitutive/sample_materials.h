@@ -16,8 +16,22 @@ inline Material with(Material material, const Slots& slots) {
   return material;
 }
 
-/// An elastic isotropic material whose shear moduli are left to be computed; further slots.
-inline Material isotropicMaterial(double E, double nu, const Slots& more = {}) {
+/// The codes of a material; a law does not look at all of them.
+struct LawCodes {
+  Criterion NCRIT = Criterion::vonMises, NCRIP = NCRIT;
+  Law NTINT = Law::elastic;
+  Flow NFLUG{};
+  HardeningVariable NHARD{};
+  TangentChoice NMATX = TangentChoice::continuous;
+};
+
+/// Of a metal or soil that hardens with its plastic strain.
+inline LawCodes plasticCodes(Criterion criterion, Law law) {
+  return {criterion, criterion, law, Flow::variable, HardeningVariable::strain, TangentChoice::algorithmic};
+}
+
+/// An isotropic material whose shear moduli are left to be computed; further slots, and the codes of its law.
+inline Material isotropicMaterial(double E, double nu, const Slots& more = {}, const LawCodes& codes = {}) {
   Material material;
   material.given = true;
   for (const int place : {slot::youngX, slot::youngY, slot::youngZ}) material(place) = E;
@@ -27,8 +41,12 @@ inline Material isotropicMaterial(double E, double nu, const Slots& more = {}) {
   }
   for (const int place : {slot::mapXX, slot::mapYY, slot::mapXY, slot::mapZZ, slot::mapXZ, slot::mapYZ})
     material(place) = 1.0;
-  material.NCRIT = material.NCRIP = Criterion::vonMises;
-  material.NMATX = TangentChoice::continuous;
+  material.NCRIT = codes.NCRIT;
+  material.NCRIP = codes.NCRIP;
+  material.NTINT = codes.NTINT;
+  material.NFLUG = codes.NFLUG;
+  material.NHARD = codes.NHARD;
+  material.NMATX = codes.NMATX;
   return with(material, more);
 }
 

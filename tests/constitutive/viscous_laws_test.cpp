@@ -16,9 +16,7 @@ namespace {
 
 /// E 30000 of which 18000 relax in 10 s; strength 3 and A = 0.3529412 of the exponential law for a length of 1.
 Material viscoDamageMaterial(Criterion criterion) {
-  Material material = isotropicMaterial(30.0e3, 0.0, {{49, 18.0e3}, {50, 10.0}, {30, 3.0}, {31, 1.0}, {13, 1.0e-3}});
-  material.NCRIT = criterion;
-  return material;
+  return isotropicMaterial(30.0e3, 0.0, {{49, 18.0e3}, {50, 10.0}, {30, 3.0}, {31, 1.0}, {13, 1.0e-3}}, {criterion});
 }
 
 TEST(ViscousLaws, DamperStressFollowsTheRateInDynamicRunsOnly) {

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cctype>
 #include <functional>
+#include <tuple>
 
 #include "jobs/job_runner.h"
 #include "jobs/solid_deck.h"
@@ -76,11 +77,8 @@ std::pair<int, std::string> runChanged(const std::function<void(SolidDeck&)>& ch
 }
 
 TEST(WrongModel, EachKindOfStopHasItsStatusAndItsWords) {
-  struct Fault {
-    std::function<void(SolidDeck&)> change;
-    int status;  // 0: a stop by a check of the program is a normal end for the shell
-    std::vector<std::string> words;
-  };
+  // status 0: a stop by a check of the program is a normal end for the shell
+  using Fault = std::tuple<std::function<void(SolidDeck&)>, int, std::vector<std::string>>;
   for (const auto& [change, status, words] :
        {Fault{[](auto& deck) { deck.elements[0].nodes[3] = 9; },
               0,

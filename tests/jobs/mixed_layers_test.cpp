@@ -1,7 +1,7 @@
 // Whole jobs with serial-parallel and short-fibre layers.
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <tuple>
 
 #include "jobs/job_runner.h"
 #include "jobs/solid_deck.h"
@@ -29,11 +29,7 @@ TEST(MixedLayerJob, PlasticMatrixAlongAndAcrossTheFibreAndHalfElasticHalfDamaged
   const Material damaging = MaterialCards::damaging(30.0e3, 0.0, 3.0, 1.0e-3),
                  elastic = MaterialCards::isotropic(30.0e3, 0.0);
   const LayerCards halves{.components = {{1, 0.5}, {2, 0.5}}};
-  struct Case {
-    LayerCards layer;
-    Material first, second;
-    double strain, stress;
-  };
+  using Case = std::tuple<LayerCards, Material, Material, double, double>;
   for (const auto& [layer, first, second, strain, stress] :
        {Case{ply(1), plastic, fibre, 0.01, 446.0}, Case{ply(1), plastic, fibre, 0.02, 878.0},
         Case{ply(0), plastic, fibre, 0.004, 0.004 * 8155.3398058252}, Case{ply(0), plastic, fibre, 0.02, 35.0},

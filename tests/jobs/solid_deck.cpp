@@ -135,23 +135,18 @@ std::string slotRecords(const Material& material) {
   return out.str();
 }
 
-Material MaterialCards::isotropic(double E, double nu, const Slots& more, const std::array<int, 6>& codes) {
-  Material m = with(isotropicMaterial(E, nu, {{slot::yieldRatio, 1.0}, {slot::potentialRatio, 1.0}}), more);
-  m.NCRIT = Criterion{codes[0]};
-  m.NCRIP = Criterion{codes[1]};
-  m.NTINT = Law{codes[2]};
-  m.NFLUG = Flow{codes[3]};
-  m.NHARD = HardeningVariable{codes[4]};
-  m.NMATX = TangentChoice{codes[5]};
-  return m;
+Material MaterialCards::isotropic(double E, double nu, const Slots& more, const LawCodes& codes) {
+  return with(isotropicMaterial(E, nu, {{slot::yieldRatio, 1.0}, {slot::potentialRatio, 1.0}}, codes), more);
 }
 
 Material MaterialCards::damaging(double E, double nu, double strength, double fractureEnergy, const Slots& more) {
-  return with(isotropic(E, nu, {{30, strength}, {31, 1.0}, {54, fractureEnergy}}, {2, 2, 4, 2, 1, 1}), more);
+  const Slots slots{{30, strength}, {31, 1.0}, {54, fractureEnergy}};
+  return with(isotropic(E, nu, slots, {.NTINT = Law::simpleDamage}), more);
 }
 
 Material MaterialCards::plastic(double E, double nu, double yieldStress, double slope) {
-  return isotropic(E, nu, {{7, yieldStress}, {8, 1}, {9, 1}, {10, 1}, {11, slope}, {12, 1}}, {2, 2, 8, 2, 3, 2});
+  return isotropic(E, nu, {{7, yieldStress}, {8, 1}, {9, 1}, {10, 1}, {11, slope}, {12, 1}},
+                   plasticCodes(Criterion::vonMises, Law::backwardEuler));
 }
 
 std::string SolidDeck::text() const {

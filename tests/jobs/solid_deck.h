@@ -12,11 +12,9 @@ namespace zema::test {
 
 using Vector3 = std::array<double, 3>;
 
-/// Materials of decks, in the units of the cards, whose criteria have ratios of 1; codes: criterion, potential, law,
-/// flow, hardening, tangent; further slots.
+/// Materials of decks, in the units of the cards, whose criteria have ratios of 1; further slots.
 struct MaterialCards {
-  static Material isotropic(double E, double nu, const Slots& more = {},
-                            const std::array<int, 6>& codes = {2, 2, 0, 2, 1, 1});
+  static Material isotropic(double E, double nu, const Slots& more = {}, const LawCodes& codes = {});
   /// Isotropic damage by von Mises, exponential with this fracture energy.
   static Material damaging(double E, double nu, double strength, double fractureEnergy, const Slots& more = {});
   /// Plastic by von Mises, with a straight hardening curve; its slope over the strain.

@@ -222,8 +222,9 @@ TEST(Agreement, SolversAlgorithmsCommitRulesAndNodeNumbersReachOneState) {
 
 TEST(Agreement, SolversOfUnsymmetricMatricesAndAlgorithmsReachOneStateOfASoilOfLessDilatancyThanFriction) {
   const Slots slots{{5, 10}, {6, 30}, {7, 3}, {8, 1}, {9, 1}, {10, 3}, {11, 20}, {12, 1}, {20, 3}, {26, 1.4}};
-  SolidDeck deck =
-      BrickGrid{2, 2, 3}.deck(MaterialCards::isotropic(1000.0, 0.25, slots, {3, 3, 10, 2, 3, 2}), unitGrid);
+  SolidDeck deck = BrickGrid{2, 2, 3}.deck(
+      MaterialCards::isotropic(1000.0, 0.25, slots, plasticCodes(Criterion::mohrCoulomb, Law::backwardEulerNumeric)),
+      unitGrid);
   deck.ISIME = 1;
   deck.support([](const Vector3& x) { return x[2] == 0.0 ? 111 : 0; });
   for (int n = 28; n <= 36; ++n) deck.steps[0].pointLoads[n] = {0.05, 0.02, 0.2};

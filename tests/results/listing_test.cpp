@@ -35,20 +35,17 @@ TEST_F(ListingTest, HighestLevelOfADynamicStepAtFiniteStrainWritesEverything) {
 
 TEST_F(ListingTest, LevelIterationAndLoadTableChooseTheTables) {
   model.dynamics.FLEC[2] = {0.0, 1.0};
-  struct Row {
-    int first, other, IITER, KCONV, TCYCL, INCRE;
-    std::size_t lines;  ///< titles and headings of tables
-  };
-  const std::vector<Row> rows = {{3, 0, 2, 0, 0, 1, 0},  {0, 1, 2, 0, 0, 1, 2}, {0, 2, 2, 0, 0, 1, 4},
-                                 {0, 3, 2, 0, 0, 1, 10}, {1, 0, 1, 1, 0, 1, 2}, {1, 0, 1, 0, 0, 1, 0},
-                                 {1, 0, 2, 1, 0, 1, 0},  {0, 1, 2, 0, 5, 1, 0}, {0, 1, 2, 0, 5, 2, 2}};
-  for (const auto& [first, other, IITER, KCONV, TCYCL, INCRE, lines] : rows) {
+  const std::vector<std::array<int, 7>> rows = {{3, 0, 2, 0, 0, 1, 0},  {0, 1, 2, 0, 0, 1, 2}, {0, 2, 2, 0, 0, 1, 4},
+                                                {0, 3, 2, 0, 0, 1, 10}, {1, 0, 1, 1, 0, 1, 2}, {1, 0, 1, 0, 0, 1, 0},
+                                                {1, 0, 2, 1, 0, 1, 0},  {0, 1, 2, 0, 5, 1, 0}, {0, 1, 2, 0, 5, 2, 2}};
+  for (const auto& [first, other, IITER, KCONV, TCYCL, INCRE, lines] : rows) {  // of titles and headings
     model.increment.NOUTP = {first, other, 0, 0};
     model.loop.IITER = IITER;
     model.loop.KCONV = KCONV;
     model.loadStep.TCYCL = TCYCL;
     model.loop.INCRE = INCRE;
-    EXPECT_EQ(test::columnsOf(output(OutputMoment::converged), "0", 0, 1).size(), lines) << first << other << IITER;
+    EXPECT_EQ(std::ssize(test::columnsOf(output(OutputMoment::converged), "0", 0, 1)), lines)
+        << first << other << IITER;
   }
 }
 

@@ -227,6 +227,7 @@ TEST(SparseSolver, ExchangesRowsWherePivotsAreSmall) {
 // K u - f by position: 0 where nothing is fixed, the reaction elsewhere.
 std::vector<double> restOf(const ListedElements& source, const std::vector<double>& u, RightHandSide side) {
   std::vector<double> rest;
+  rest.reserve(u.size());
   for (const std::vector<double>& row : assembled(source, u.size(), side))
     rest.push_back(std::inner_product(u.begin(), u.end(), row.begin(), -row.back()));
   return rest;
