@@ -12,6 +12,7 @@
 #include "job/problem_word.h"
 #include "job/run_end.h"
 #include "kernel/solid3d/solid3d.h"
+#include "solver/blas_kernels.h"
 
 namespace zema {
 
@@ -58,7 +59,8 @@ ExitStatus runJob() {
 
 }  // namespace zema
 
-int main() {
+int main(int /*count*/, char** arguments) {
+  zema::takeWidestKernels(arguments);
   zema::flushSubnormals();
   zema::reportFailedWritesAsErrors();
   zema::secureStandardStreams();

@@ -7,6 +7,8 @@
 #include <memory>
 #include <new>
 
+#include "foundation/large_pages.h"
+
 namespace zema {
 
 /// Doubles that start at 0. Pages come from the system already cleared, so that making the array costs no time.
@@ -21,6 +23,7 @@ class ZeroedBlock {
     if (!values_) {
       throw std::bad_alloc();
     }
+    wishLargePages(values_.get(), size * sizeof(double));
   }
 
   [[nodiscard]] double* data() { return values_.get(); }

@@ -11,7 +11,7 @@ namespace zema {
 namespace {
 
 constexpr double largestSubtree = 1.0 / 64.0;  // shares of the whole work
-constexpr double largestStage = 1.0 / 4.0;
+constexpr double largestStage = 1.0 / 8.0;
 constexpr double alwaysSubtree = 1e6;  // multiplications that are not worth the help of other workers
 
 std::size_t index(int i) {
