@@ -2,7 +2,7 @@
 #include "solver/front_schedule.h"
 
 #include <algorithm>
-#include <iterator>
+#include <functional>
 #include <map>
 
 #include "solver/dense_ldl.h"
