@@ -66,8 +66,8 @@ TEST_F(HeadTest, SizesOutOfBoundsStopInTheirOrder) {
         Case{"8 1 2 1 1 0 1", "NUMERO DE MAT. COMP.< 0 O > NELEM", "0.0 0.0"},
         Case{"8 1 1 1 1 0 1", "NUMERO DE FASES < 0  O  > NELEM", "0.0 0.0"},
         Case{"8 1 1 1 1 2 1", "NUMERO DE FASES < 0  O  > NELEM", "0.0 0.0"}}) {
-    EXPECT_EQ(endOf([&] { readHead("MEC3D\n1 0 0 1 0\nSTART1\nt\n" + sizes + " 0 4 0 0 1 0 0\n"); }),
-              "run end   >>>> DETENIDO EN LA RUTINA CHKCON  " + numbers);
+    const std::string head = "MEC3D\n1 0 0 1 0\nSTART1\nt\n" + sizes + " 0 4 0 0 1 0 0\n";
+    EXPECT_EQ(endOf([&] { readHead(head); }), "run end   >>>> DETENIDO EN LA RUTINA CHKCON  " + numbers);
     EXPECT_NE(written(channel::listing).find("\n -->      *** DIAGNOSTICO DE CHKCON, " + message), std::string::npos);
   }
   EXPECT_THROW(readHead("MEC3D\n1 0 0 1 0\nSTART1\nt\n2000000000 1 1 1 1 1 1 0 4 0 0 1 0 0\n"), InputFault);

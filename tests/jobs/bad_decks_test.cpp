@@ -27,9 +27,7 @@ TEST(CutDeck, EveryCutBeforeTheFirstIncrementCardIsAFaultThatNamesTheEnd) {
   const std::size_t lastCard = text.rfind('\n', text.size() - 2), firstCard = text.rfind('\n', lastCard - 1) + 1;
   for (std::size_t kept = 0; kept < text.size(); kept = text.find('\n', kept) + 1) {
     const JobFolder folder;
-    folder.write("job.dts", text.substr(0, kept));
-
-    const JobOutcome outcome = runJob(folder, "job.dts");
+    const JobOutcome outcome = runDeck(folder, text.substr(0, kept));
 
     SCOPED_TRACE(testing::Message() << kept << " letters kept: " << outcome.console.substr(outcome.console.size() / 2));
     if (kept >= firstCard) {
@@ -51,9 +49,7 @@ TEST(WrongValue, ALetterInAnyNumericFieldIsAFaultThatNamesLineAndFinding) {
     const bool numeric = end > at && (std::isdigit(static_cast<unsigned char>(text[at])) != 0 || text[at] == '-');
     if (!numeric || text.compare(text.rfind('\n', at) + 1, 5, "CURV,") == 0) continue;
     const JobFolder folder;
-    folder.write("job.dts", std::string(text).replace(at, end - at, "q7"));
-
-    const JobOutcome outcome = runJob(folder, "job.dts");
+    const JobOutcome outcome = runDeck(folder, std::string(text).replace(at, end - at, "q7"));
 
     SCOPED_TRACE(outcome.console.substr(outcome.console.size() / 2));
     const auto line = 1 + std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(at), '\n');
@@ -71,8 +67,7 @@ std::pair<int, std::string> runChanged(const std::function<void(SolidDeck&)>& ch
   SolidDeck deck = pulledCube();
   change(deck);
   const JobFolder folder;
-  folder.write("job.dts", deck.text());
-  const JobOutcome outcome = runJob(folder, "job.dts");
+  const JobOutcome outcome = runDeck(folder, deck.text());
   return {outcome.status, outcome.console + folder.read("job.mec.sal")};
 }
 
@@ -123,12 +118,9 @@ TEST(WrongModel, ABodyWithoutLoadsConvergesAtOnceWithAWarning) {
 }
 
 TEST(FrequencyStudy, LeavesItsFilesWhereTheJobRuns) {
-  std::string study = replaced(pulledCube().text(), " 4 0 0 1 0 0\n", " 4 0 0 1 0 1\n");  // KFREC
-  study.insert(study.find("CURV,    0\n") + 11, "1 0.0 1 1\n");                           // the frequency card
+  const std::string counts = replaced(pulledCube().text(), " 4 0 0 1 0 0\n", " 4 0 0 1 0 1\n");  // KFREC
   const JobFolder folder;
-  folder.write("job.dts", study);
-
-  EXPECT_EQ(runJob(folder, "job.dts").status, 0);
+  EXPECT_EQ(runDeck(folder, replaced(counts, "CURV,    0\n", "CURV,    0\n1 0.0 1 1\n")).status, 0);
   for (const char* name : {"frecuencias.dts", "Co.txt", "job.mec.38"}) EXPECT_TRUE(folder.has(name)) << name;
 }
 

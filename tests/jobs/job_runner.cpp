@@ -102,6 +102,11 @@ JobOutcome runJob(const JobFolder& folder, const std::string& deck, const std::s
   return outcome;
 }
 
+JobOutcome runDeck(const JobFolder& folder, const std::string& deckText) {
+  folder.write("job.dts", deckText);
+  return runJob(folder, "job.dts");
+}
+
 std::vector<ResultBlock> readPostResults(const JobFolder& folder, const std::string& stem) {
   std::istringstream in(folder.read(stem + ".post.res"));
   std::vector<ResultBlock> all;
@@ -121,8 +126,7 @@ std::vector<ResultBlock> readPostResults(const JobFolder& folder, const std::str
 }
 
 std::vector<ResultBlock> solve(const JobFolder& folder, const std::string& deckText) {
-  folder.write("job.dts", deckText);
-  const JobOutcome outcome = runJob(folder, "job.dts");
+  const JobOutcome outcome = runDeck(folder, deckText);
   EXPECT_EQ(outcome.status, 0) << outcome.console;
   const std::string listing = folder.read("job.mec.sal");
   EXPECT_EQ(listing.find("AN ERROR HAS BEEN DETECTED"), std::string::npos)

@@ -49,6 +49,9 @@ struct JobOutcome {
 /// Runs the program with FOR005 = deck inside the folder; limits: shell text such as "ulimit -f 1" run before it.
 JobOutcome runJob(const JobFolder& folder, const std::string& deck, const std::string& limits = "");
 
+/// Writes a deck as job "job" and runs it.
+JobOutcome runDeck(const JobFolder& folder, const std::string& deckText);
+
 /// One block of a post result file.
 struct ResultBlock {
   std::string name;                       ///< the result text, e.g. "STRESSES//COMPOSITE"

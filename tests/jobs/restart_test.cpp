@@ -75,10 +75,8 @@ void stopAndGoOn(const std::string& deck, const std::vector<std::string>& shorte
     for (const JobFolder* folder : {&whole, &parts}) folder->write(beside, text);
   solve(whole, deck);
 
-  for (std::size_t i = 0; i < shorter.size(); ++i) {
-    parts.write("job.dts", i == 0 ? shorter[i] : restarted(shorter[i]));
-    runJob(parts, "job.dts");  // which ends with a fault where another load step should follow
-  }
+  for (std::size_t i = 0; i < shorter.size(); ++i)  // ends with a fault where another load step should follow
+    runDeck(parts, i == 0 ? shorter[i] : restarted(shorter[i]));
   solve(parts, restarted(deck));
   expectSameFiles(whole, parts);
 }
@@ -155,10 +153,9 @@ TEST(Restart, AKillAtAnyMomentLeavesAStateToGoOnFrom) {
 TEST(Restart, AFullDiskLeavesTheStateOfBefore) {
   const JobFolder folder;
   folder.write("job.rst", "the state of before");
-  folder.write("job.dts", busyDeck(4).text());
   std::filesystem::create_symlink("/dev/full", folder.path() / "job.rst.new");
 
-  const JobOutcome outcome = runJob(folder, "job.dts");
+  const JobOutcome outcome = runDeck(folder, busyDeck(4).text());
 
   EXPECT_EQ(outcome.status, 3);
   EXPECT_NE(outcome.console.find("cannot write job.rst.new: No space left on device"), std::string::npos);
@@ -171,15 +168,12 @@ TEST(Restart, WhatDoesNotFitIsRefusedAndNothingIsCut) {
   const std::string whole = restarted(cards.text);
   const JobFolder folder;
   folder.write("job.arc", "1 2\n3 4\n");
-  folder.write("job.dts", cards.text.substr(0, cards.ends[1]));
-  runJob(folder, "job.dts");
+  runDeck(folder, cards.text.substr(0, cards.ends[1]));
   const std::string saved = folder.read("job.rst");
   const std::string results = folder.read("job.post.res");
-  const auto refused = [&](const std::string& restart, const std::string& deck, const std::string& message,
-                           int status) {
+  const auto refused = [&](const auto& restart, const auto& deck, const std::string& message, int status) {
     folder.write("job.rst", restart);
-    folder.write("job.dts", deck);
-    const JobOutcome outcome = runJob(folder, "job.dts");
+    const JobOutcome outcome = runDeck(folder, deck);
     EXPECT_EQ(outcome.status, status) << message;
     EXPECT_NE(outcome.console.find(message), std::string::npos) << message << outcome.console;
     EXPECT_EQ(folder.read("job.post.res"), results);
@@ -202,8 +196,7 @@ TEST(Restart, WhatDoesNotFitIsRefusedAndNothingIsCut) {
   folder.write("job.mec.log", "");
   refused(saved, whole, "cannot go on with job.mec.log", 3);
   std::filesystem::remove(folder.path() / "job.rst");
-  folder.write("job.dts", whole);
-  EXPECT_EQ(runJob(folder, "job.dts").status, 3);
+  EXPECT_EQ(runDeck(folder, whole).status, 3);
 }
 
 }  // namespace

@@ -241,7 +241,8 @@ TEST(FrontalSolver, BlocksOfEquationsStayInStepAndReactionsTakeThePlaceOfMotions
   WorkerPool pool(2);
   SolverTimes times;
   for (const auto& [form, character] : kinds)
-    for (const auto& [positions, stride] : positionsAndStride) {
+    for (const auto& size : positionsAndStride) {
+      const int positions = size.first, stride = size.second;  // bindings cannot be captured
       ListedElements source = randomChain(positions, 2 * stride, character, 3, stride);
       const std::unique_ptr<Solver> solver = makeFront(form);
       const auto solveAndCheck = [&](int fixedOfThree, RightHandSide side, bool newMatrix) {
