@@ -89,9 +89,10 @@ void stepOn(Analysis& analysis) {
   IRUN.IINCS = ++loop.INCRE;
   IRUN.ILOAS = loop.ILOAD;
   if (model.increment.NREPE != 0 && !model.loadStep.dynamic()) {
-    notify(analysis.job,
-           "the increment card in force when the state was saved covered more increments; a restart "
-           "goes on with the card after it");
+    // Not on the log, which is to be that of a run that never stopped.
+    analysis.job.console.warn(
+        "the increment card in force when the state was saved covered more increments; a restart goes on with the card "
+        "after it");
   }
   model.increment.NREPE = 0;
 }
