@@ -18,7 +18,13 @@ namespace zema {
 namespace {
 
 const Strain<6> someStrain{{0.010, -0.004, 0.006, 0.003, -0.005, 0.008}};
-const std::vector<int> alongX{1, 0, 0, 0, 0, 0};
+
+/// Flags of a fibre along x in n components.
+std::vector<int> alongX(int n) {
+  std::vector<int> flags(static_cast<std::size_t>(n), 0);
+  flags[0] = 1;
+  return flags;
+}
 
 /// E1, E2, nu12, nu23, G12, G23 and density of composite 1, with the stress of a point checked against its matrix.
 std::vector<double> constantsOf(const Composite& composite, const std::vector<Material>& materials) {
@@ -38,7 +44,7 @@ TEST(SerialParallelLayer, ElasticConstants) {
                                         isotropicMaterial(72000.0, 0.22, {{slot::density, 2.5}})};
   const std::vector<double> voigt{44710.7832, 44710.7832, 0.226739, 0.226739, 18223.4366, 18223.4366, 1.9};
   const std::vector<std::pair<Composite, std::vector<double>>> cases{
-      {serialParallel(1, 2, 0.4, alongX), {44600.0, 9101.2888, 0.272, 0.496729, 3040.3938, 3040.3938, 1.9}},
+      {serialParallel(1, 2, 0.4, alongX(6)), {44600.0, 9101.2888, 0.272, 0.496729, 3040.3938, 3040.3938, 1.9}},
       {serialParallel(1, 2, 0.4, std::vector(6, 1)), voigt},
       {oneLayer(LayerKind::parallel, {{1, 0.4}, {2, 0.6}}), voigt},
       {serialParallel(1, 2, 0.4, std::vector(6, 0)),
@@ -93,7 +99,7 @@ TEST(MixedLayers, StopWithTheirWordsAndBothComponentsWhenNoStressIsCommon) {
   plan.layers.resize(2);
   plan.layers[0].kind = LayerKind::serialParallel;
   plan.layers[0].components = {{1, 1, 0.4, law}, {2, 2, 0.6, law}};
-  plan.layers[0].rule = SerialParallelRule<6>(alongX, 0.4, 0.6);
+  plan.layers[0].rule = SerialParallelRule<6>(alongX(6), 0.4, 0.6);
   plan.layers[1].kind = LayerKind::shortFibre;
   plan.layers[1].components = {
       {1, 1, 0.5, law}, {2, 2, 0.2, law}, {1, 3, 0.3, law}, {2, 4, 0.2, law}, {1, 5, 0.3, law}};
@@ -191,13 +197,6 @@ bool derives(Law law) {
          law == Law::tensionCompressionDamage || law == Law::tensionCompressionDamageAlternative;
 }
 
-template <int N>
-std::vector<int> fibreAlongX() {
-  std::vector<int> flags(N, 0);
-  flags[0] = 1;
-  return flags;
-}
-
 /// Components in series carry one stress, along the fibre one strain; together they have the strain of their layer.
 template <int N>
 void expectShares(const Model& model, Strain<N> strain, const Rotation<N>& axes) {
@@ -215,7 +214,7 @@ void expectShares(const Model& model, Strain<N> strain, const Rotation<N>& axes)
 template <int N>
 void checkPair(Law ofMatrix, Law ofFibre) {
   SCOPED_TRACE(testing::Message() << "laws " << static_cast<int>(ofMatrix) << " and " << static_cast<int>(ofFibre));
-  Composite turned = serialParallel(1, 2, 0.4, fibreAlongX<N>());
+  Composite turned = serialParallel(1, 2, 0.4, alongX(N));
   turned.layers[0].LAEULER = {30.0, 0.0, 0.0};
   const Material fibre = with(sampleOf(ofFibre, 40.0e3), {{slot::fibreRadius, 1.0}, {slot::fibreLength, 50.0}});
   History<N> history({sampleOf(ofMatrix, 3.0e3), fibre}, {turned, shortFibre(1, 2, 0.5, 0.2, 0.3)});
@@ -251,12 +250,12 @@ template <int N>
 void checkReductions(Law law) {
   SCOPED_TRACE(testing::Message() << "law " << static_cast<int>(law) << ", components " << N);
   const std::array<double, 3> angles = N == 6 ? std::array{25.0, 40.0, -70.0} : std::array{25.0, 0.0, 0.0};
-  const auto twin = serialParallel(1, 2, 0.4, fibreAlongX<N>());
+  const auto twin = serialParallel(1, 2, 0.4, alongX(N));
   Composite turned = twin;
   turned.layers[0].LAEULER = angles;
   const Material fibre = orthotropicMaterial({{slot::angleAboutY, 20.0}});  // with axes of its own
   const Material matrix = sampleOf(law, 50.0);
-  History<N> history({matrix, fibre}, {plainComposite(1), serialParallel(1, 1, 0.3, fibreAlongX<N>()),
+  History<N> history({matrix, fibre}, {plainComposite(1), serialParallel(1, 1, 0.3, alongX(N)),
                                        oneLayer(LayerKind::parallel, {{1, 0.4}, {2, 0.6}}),
                                        serialParallel(1, 2, 0.4, std::vector<int>(N, 1)), twin, turned});
   const Rotation<N> axes(angles);
@@ -293,7 +292,7 @@ TEST(MixedHistory, EqualComponentsParallelFlagsAndTurnedAxes) {
 TEST(MixedHistory, TangentOfLargeStrainInTheCurrentConfigurationIsTheDerivative) {
   for (const Law law : {Law::elastic, Law::backwardEuler, Law::generalDamage}) {
     const Material fibre = isotropicMaterial(40.0e3, 0.2, {{slot::fibreRadius, 1.0}, {slot::fibreLength, 50.0}});
-    Composite turned = serialParallel(1, 2, 0.4, fibreAlongX<6>());
+    Composite turned = serialParallel(1, 2, 0.4, alongX(6));
     turned.layers[0].LAEULER = {30.0, 20.0, 10.0};
     History<6> history({sampleOf(law, 3.0e3), fibre}, {turned, shortFibre(1, 2, 0.5, 0.2, 0.3)});
     history.model.control.LARGE = 1;

@@ -162,11 +162,9 @@ TEST(OneMeasureDamage, DamageInTensionFollowsThatInCompression) {
 
 TEST(TwoMeasureDamage, GivesTheHumpOfConcreteInCompression) {
   SamplePoint<6> point = pointOf(twoMeasureMaterial());
-  for (const auto& [strain, stress] : {std::pair{1.44e-3, 41.58192},
-                                       {2.25e-3, 53.79082},
-                                       {3.252572e-3, 58.11073},
-                                       {4.0e-3, 56.29376},
-                                       {9.0e-3, 0.0}}) {
+  const std::pair<double, double> hump[] = {
+      {1.44e-3, 41.58192}, {2.25e-3, 53.79082}, {3.252572e-3, 58.11073}, {4.0e-3, 56.29376}, {9.0e-3, 0.0}};
+  for (const auto& [strain, stress] : hump) {
     EXPECT_NEAR(point.update(along(-strain)).stress[0], -stress, 2.0e-5);
     EXPECT_EQ(point.trialInternal[internal::damage], 0.0);
   }

@@ -7,7 +7,6 @@
 #include <stdexcept>
 #include <string>
 
-#include "foundation/clock.h"
 #include "foundation/floating_point.h"
 
 namespace zema {
@@ -59,16 +58,6 @@ TEST(WorkerPool, WorkersFlushSubnormalsWhenTheirMakerDoes) {
 #else
   GTEST_SKIP() << "the processor has no such mode";
 #endif
-}
-
-TEST(Clock, StartsAtItsFirstCallAndAddsUpTimes) {
-  Clock clock;
-  EXPECT_EQ(clock.TIMUSE(), 0.0);
-  std::this_thread::sleep_for(std::chrono::milliseconds(5));
-  EXPECT_GE(clock.TIMUSE(), 0.005);
-  clock.CPUTIM(1.0, 3.0);
-  clock.CPUTIM(4.0, 4.5);
-  EXPECT_TRUE(clock.TCPUT == 2.5 && clock.TCPUX == 2.5);
 }
 
 }  // namespace

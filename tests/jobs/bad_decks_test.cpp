@@ -12,8 +12,7 @@
 namespace zema::test {
 namespace {
 
-constexpr int inputFault = 2;
-constexpr int fileFault = 3;
+constexpr int inputFault = 2, fileFault = 3;
 
 SolidDeck pulledCube() {
   SolidDeck deck = symmetricCube(MaterialCards::isotropic(1000.0, 0.3));
@@ -82,10 +81,8 @@ TEST(WrongModel, EachKindOfStopHasItsStatusAndItsWords) {
         Fault{[](auto& deck) { deck.steps[0].fixities[1].node = 99; }, 0, {"  >>>> DETENIDO EN LA RUTINA CHECK3"}},
         Fault{[](auto& deck) { deck.composites[0][0].components[0].first = 5; }, inputFault, {"LCPRO: found 5"}},
         Fault{[](auto& deck) { deck.materials[0].NTINT = Law::damageFriction; }, inputFault, {"has no routine"}},
-        Fault{[](auto& deck) {
-                deck.elements[0].nodes = {1, 3, 4, 2, 5, 7, 8, 6};  // a mirrored brick
-              },
-              1,
+        Fault{[](auto& deck) { deck.elements[0].nodes = {1, 3, 4, 2, 5, 7, 8, 6}; },
+              1,  // a mirrored brick
               {" PROGRAMA DETENIDO EN LA SUBROUTINA JACOB3D\n            AREA CERO O NEGATIVA \n"
                "           ELEMENTO NUMER     1\n"}}}) {
     const auto [found, text] = runChanged(change);

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <sstream>
 
+#include "foundation/near.h"
 #include "jobs/job_runner.h"
 #include "jobs/solid_deck.h"
 
@@ -64,10 +65,6 @@ struct Bar {
     return u;
   }
 };
-
-void expectNear(const std::vector<double>& values, const std::vector<double>& expected, double tolerance) {
-  EXPECT_THAT(values, testing::Pointwise(testing::DoubleNear(tolerance), expected));
-}
 
 /// The numbers behind each place of a text.
 std::vector<double> valuesBehind(std::string_view label, const std::string& text) {
@@ -180,6 +177,28 @@ TEST(TimeIntegration, DamageShowsInItsIndicesWhilePowerIsBalanced) {
   EXPECT_NEAR(valuesBehind("DANO GLOBAL -medida energetica--:", listing).back(), byForce, 1e-6);
   EXPECT_GT(byForce, 0.4);
   EXPECT_GT(valuesBehind("DISIPACIÓN GLOBAL -medida energetica--:", listing).back(), 1.0);
+}
+
+TEST(TimeIntegration, AnUndampedVibrationKeepsItsEnergyOverTenThousandSteps) {
+  Bar bar{.steps = 5000, .KSAVE = 0};
+  SolidDeck deck = bar.deck();
+  deck.steps[0].KLOAD = 1;
+  deck.steps.push_back(deck.steps[0]);
+  std::string data;
+  for (const std::string factors : {"1 1 ", "0 1 "}) {  // results at every thousandth step and at the next one
+    bar.rows = factors + '1';
+    for (int n = 2; n <= bar.steps; ++n) bar.rows += '\n' + factors + (n % 1000 < 2 ? '1' : '0');
+    data += bar.data();
+  }
+  const std::vector<double> u = bar.history(deck, data);
+  ASSERT_EQ(u.size(), 20U);
+  // u - u_static = A cos(n theta + phi), tan(theta / 2) = omega dt / 2: the amplitude follows from two steps
+  const double theta = 2.0 * std::atan(std::sqrt(1000.0) * 0.01 / 2.0);
+  const auto amplitude = [&](std::size_t i) {
+    const double x = u[i] - 0.01, y = u[i + 1] - 0.01;
+    return (x * x + y * y - 2.0 * x * y * std::cos(theta)) / std::pow(std::sin(theta), 2);
+  };
+  for (std::size_t i = 3; i + 1 < u.size(); i += 2) EXPECT_NEAR(amplitude(i) / amplitude(1), 1.0, 1e-9);
 }
 
 TEST(TimeIntegration, ElementsThatAreNotThereAddNothing) {

@@ -5,6 +5,7 @@
 #include <numbers>
 #include <sstream>
 
+#include "foundation/near.h"
 #include "jobs/job_runner.h"
 #include "jobs/solid_deck.h"
 
@@ -98,8 +99,7 @@ TEST(Arch, FourConstraintsFollowOnePathThroughSnapThrough) {
     const auto followed = solve(other, follower.text());
 
     for (int k = 0; k < increments; ++k)
-      EXPECT_THAT(valuesOf(block(followed, "DISPLACEMENTS", k)),
-                  testing::Pointwise(testing::DoubleNear(1e-8), points[static_cast<std::size_t>(k) + 1]));
+      expectNear(valuesOf(block(followed, "DISPLACEMENTS", k)), points[static_cast<std::size_t>(k) + 1], 1e-8);
     EXPECT_NEAR(readCurve(other).back()[1], curve.back()[1], 1e-6);
   }
 }

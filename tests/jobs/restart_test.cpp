@@ -14,8 +14,7 @@ namespace {
 /// Lines of a file without those that may differ: times of day, the mark of a restart, the echo of NINCM.
 std::string comparable(const std::string& text) {
   std::istringstream in(text);
-  std::string kept;
-  std::string line;
+  std::string kept, line;
   for (std::string last; std::getline(in, line); last = line) {
     if (line.find("RESTART   Nro.:") != std::string::npos)
       kept.resize(kept.size() - last.size() - 1);
@@ -69,8 +68,7 @@ std::string withNINCM(std::string deck, int NINCM) {
 /// that they read.
 void stopAndGoOn(const std::string& deck, const std::vector<std::string>& shorter, const std::string& beside = "",
                  const std::string& text = "") {
-  const JobFolder whole;
-  const JobFolder parts;
+  const JobFolder whole, parts;
   if (!beside.empty())
     for (const JobFolder* folder : {&whole, &parts}) folder->write(beside, text);
   solve(whole, deck);
@@ -128,8 +126,7 @@ TEST(Restart, EveryExampleStopsAtEachThird) {
 
 TEST(Restart, AKillAtAnyMomentLeavesAStateToGoOnFrom) {
   const Cards cards(busyDeck(5).text());
-  const JobFolder whole;
-  const JobFolder parts;
+  const JobFolder whole, parts;
   for (const JobFolder* folder : {&whole, &parts}) folder->write("job.arc", "1 2\n3 4\n");
   solve(whole, cards.text);
   const auto nextDeck = [&] {
@@ -169,8 +166,7 @@ TEST(Restart, WhatDoesNotFitIsRefusedAndNothingIsCut) {
   const JobFolder folder;
   folder.write("job.arc", "1 2\n3 4\n");
   runDeck(folder, cards.text.substr(0, cards.ends[1]));
-  const std::string saved = folder.read("job.rst");
-  const std::string results = folder.read("job.post.res");
+  const std::string saved = folder.read("job.rst"), results = folder.read("job.post.res");
   const auto refused = [&](const auto& restart, const auto& deck, const std::string& message, int status) {
     folder.write("job.rst", restart);
     const JobOutcome outcome = runDeck(folder, deck);

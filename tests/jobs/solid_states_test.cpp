@@ -104,9 +104,8 @@ TEST(ConstructionStages, AnElementThatIsSwitchedOffLeavesTheSolutionToTheOthers)
   }
   const auto results = solve(deck.text());
 
-  for (int step = 0; step < 4; ++step) {
+  for (int step = 0; step < 4; ++step)
     for (const auto& row : block(results, "DISPLACEMENTS", step).rows) EXPECT_LT(std::abs(row[0]), 0.2);
-  }
 }
 
 // ---- yield stress that falls with the temperature ----
@@ -133,17 +132,9 @@ TEST(Temperature, YieldStressFollowsItsCurveFromLoadStepToLoadStep) {
 
 // ---- one orthotropic solid, its axes turned by material, layer or element angles ----
 
-const Material wood = MaterialCards::isotropic(12000.0, 0.45,
-                                               {{37, 900.0},
-                                                {40, 500.0},
-                                                {36, 0.45 * 0.075},
-                                                {38, 0.38},
-                                                {39, 0.38 / 24.0},
-                                                {41, 0.55},
-                                                {42, 0.55 / 1.8},
-                                                {43, 700.0},
-                                                {68, 650.0},
-                                                {69, 60.0}});
+const Slots moduli{{37, 900.0}, {40, 500.0},      {36, 0.45 * 0.075}, {38, 0.38},  {39, 0.38 / 24.0},
+                   {41, 0.55},  {42, 0.55 / 1.8}, {43, 700.0},        {68, 650.0}, {69, 60.0}};
+const Material wood = MaterialCards::isotropic(12000.0, 0.45, moduli);
 
 TEST(RotatedTwins, MaterialLayerAndElementAnglesGiveOneAnswerInBothMeasures) {
   const Vector3 angles = {25.0, 40.0, -65.0};

@@ -10,6 +10,7 @@
 
 #include "constitutive/sample_materials.h"
 #include "foundation/ends.h"
+#include "foundation/near.h"
 #include "kernel/solid_model.h"
 #include "tensor/voigt.h"
 
@@ -65,11 +66,6 @@ class Solid3DTest : public testing::Test {
   Model model;
   std::unique_ptr<Kernel> kernel;
 };
-
-void expectNear(std::span<const double> values, std::span<const double> expected, double tolerance) {
-  ASSERT_EQ(values.size(), expected.size());
-  for (std::size_t k = 0; k < values.size(); ++k) EXPECT_NEAR(values[k], expected[k], tolerance) << "place " << k;
-}
 
 TEST_F(Solid3DTest, RefusesElementsThatItCannotForm) {
   use(test::cubeNodes, oneBrick);

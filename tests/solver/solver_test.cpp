@@ -11,6 +11,7 @@
 
 #include "foundation/channel.h"
 #include "foundation/ends.h"
+#include "foundation/near.h"
 #include "foundation/parallel.h"
 #include "solver/band_numbers.h"
 #include "solver/dense_reference.h"
@@ -22,7 +23,7 @@
 namespace zema {
 namespace {
 
-using testing::AllOf, testing::DoubleNear, testing::Pointwise;
+using testing::AllOf;
 using enum Character;
 using enum RightHandSide;
 using enum SolverCode;
@@ -84,8 +85,7 @@ void PrintTo(const Method& method, std::ostream* out) {
 class Solvers : public testing::TestWithParam<Method> {
  protected:
   void solveAndCompare(RightHandSide side, bool newMatrix) {
-    EXPECT_THAT(solve(*solver, source, system, side, newMatrix),
-                Pointwise(DoubleNear(1e-12), denseResult(source, system, side)));
+    expectNear(solve(*solver, source, system, side, newMatrix), denseResult(source, system, side), 1e-12);
   }
 
   ListedElements source = randomChain(80, 9, GetParam().character, 5);
@@ -104,8 +104,7 @@ TEST_P(Solvers, AgreeWithDenseEliminationOnAnyNumberOfThreads) {
     const std::vector<double> result = solve(*solver, chain, equations, outOfBalance, true, 1);
 
     EXPECT_EQ(solve(*solver, chain, equations, outOfBalance, true, 3), result);
-    EXPECT_THAT(result, Pointwise(DoubleNear(1e-13), denseResult(chain, equations, outOfBalance)))
-        << positions << " " << reach;
+    expectNear(result, denseResult(chain, equations, outOfBalance), 1e-13);
   }
 }
 
@@ -142,10 +141,9 @@ TEST_P(Solvers, HoldEveryCombinationOfFixedPositions) {
     system = systemOf(small, IFFIX);
     for (std::size_t p = 0; p < positions; ++p) system.FIXED[p] = IFFIX[p] * (0.1 + static_cast<double>(p));
     system.FIXWO[2] = IFFIX[2];
+    SCOPED_TRACE(fixed);
     for (const RightHandSide side : {outOfBalance, referenceLoad})
-      EXPECT_THAT(solve(*solver, small, system, side, side == outOfBalance),
-                  Pointwise(DoubleNear(1e-13), denseResult(small, system, side)))
-          << fixed;
+      expectNear(solve(*solver, small, system, side, side == outOfBalance), denseResult(small, system, side), 1e-13);
   }
 }
 
@@ -196,31 +194,29 @@ TEST(SparseSolver, LargeFrontsGiveTheSolutionOfTheBandSolverAndTheSameBitsOnAnyN
 
     const std::vector<double> result = solve(*makeSparseSolver(), cube, system, outOfBalance, true, 1);
 
-    EXPECT_THAT(result, Pointwise(DoubleNear(1e-12), expected));
+    expectNear(result, expected, 1e-12);
     EXPECT_EQ(solve(*makeSparseSolver(), cube, system, outOfBalance, true, 3), result);
   }
 }
 
 TEST(SparseSolver, ExchangesRowsWherePivotsAreSmall) {
-  struct Case {
-    std::vector<double> matrix;
-    const char* note;
-  };
-  const Case cases[] = {{{4, 1, 1, 3}, "symmetric sparse factors, "},
-                        {{0, 1, 1, 0}, "symmetric sparse factors with exchanges, "},
-                        {{1e-9, 1, 1, 1e-9}, "symmetric sparse factors with exchanges, "},
-                        {{1e6, 1e6, 1e6, 1e6 + 1e-8}, "symmetric sparse factors with exchanges, "},
-                        {{1e-9, 2, 1, 1e-9}, "unsymmetric sparse factors, "},
-                        {{-4, 1, 1, -3}, "symmetric sparse factors, "}};
+  const std::string plain = "symmetric sparse factors, ", exchanging = "symmetric sparse factors with exchanges, ";
+  const std::vector<std::pair<std::vector<double>, std::string>> cases{
+      {{4, 1, 1, 3}, plain},
+      {{-4, 1, 1, -3}, plain},
+      {{0, 1, 1, 0}, exchanging},
+      {{1e6, 1e6, 1e6, 1e6 + 1e-8}, exchanging},
+      {{1e-9, 1, 1, 1e-9}, exchanging},
+      {{1e-9, 2, 1, 1e-9}, "unsymmetric sparse factors, "}};
   const std::unique_ptr<Solver> solver = makeSparseSolver();
   for (const auto& [matrix, note] : cases) {
-    ListedElements source({{{0, 1}, matrix, {matrix[0] + matrix[1], matrix[2] + matrix[3]}, {0, 0}}});
+    ListedElements source({{{0, 1}, matrix, {1, 2}, {0, 0}}});
     EquationSystem system = systemOf(source, {0, 0});
     WorkerPool pool(2);
     SolverTimes times;
-    EXPECT_THAT(solver->solve(source, system, outOfBalance, true, pool, times).note, testing::StartsWith(note));
-    EXPECT_THAT(matrix[0] * system.ASDIS[0] + matrix[1] * system.ASDIS[1],
-                DoubleNear(source.element(0).ELOAD[0], 1e-8));
+    const SolveReport report = solver->solve(source, system, outOfBalance, true, pool, times);
+    EXPECT_THAT(report.note, testing::StartsWith(note));
+    EXPECT_LE(report.residual.value(), 1e-12);
   }
 }
 
@@ -253,8 +249,9 @@ TEST(FrontalSolver, BlocksOfEquationsStayInStepAndReactionsTakeThePlaceOfMotions
                                [](int fixed) { return 0.7 * fixed; });
         const std::vector<double> expected = denseResult(source, system, side);
         solver->solve(source, system, side, newMatrix, pool, times);
-        EXPECT_THAT(system.result(side), Pointwise(DoubleNear(1e-13), expected)) << positions << " " << stride;
-        EXPECT_THAT(restOf(source, system.result(side), side), Pointwise(DoubleNear(1e-13), system.prescribed(side)));
+        SCOPED_TRACE(testing::Message() << positions << " " << stride);
+        expectNear(system.result(side), expected, 1e-13);
+        expectNear(restOf(source, system.result(side), side), system.prescribed(side), 1e-13);
       };
       solveAndCheck(1, outOfBalance, true);
       solveAndCheck(1, referenceLoad, false);
@@ -345,14 +342,6 @@ TEST(Gmres, ToleranceIsThatOfTheSystemAndTooFewIterationsStopTheRun) {
               testing::ContainsRegex("=\n EXITED OF GMRES SOLVER. MAXIMUM ITERATION NUMBER REACHED\n"
                                      " LAST REL. ERROR OBTAINED WAS: .* ITER: 3 *\n MAXIMUM "
                                      "ITERATION NUMBER OR KRYLOV DIMENSION SHOULD BE INCREASED\n$"));
-}
-
-TEST(BandSolver, SumsInElementOrder) {
-  // 0.1 + 0.2 + 0.3 has other bits than 0.3 + 0.2 + 0.1.
-  ListedElements source({{{0}, {0.1}, {1.0}, {0.0}}, {{0}, {0.2}, {0.0}, {0.0}}, {{0}, {0.3}, {0.0}, {0.0}}});
-  EquationSystem system = systemOf(source, {0});
-
-  EXPECT_EQ(solve(*makeBandSolver(bandLU), source, system)[0], 1.0 / (0.1 + 0.2 + 0.3));
 }
 
 TEST(BandSolver, SymmetricCodesReadTheLowerHalfAloneAndTheResidualSaysSo) {

@@ -5,6 +5,7 @@
 
 #include <cmath>
 
+#include "foundation/near.h"
 #include "tensor/configuration.h"
 
 namespace zema {
@@ -14,11 +15,6 @@ constexpr double tolerance = 1.0e-13;
 const std::array<double, 3> skewAngles{25.0, 40.0, -70.0};
 constexpr Matrix<3> someGradient{{1.1, 0.3, -0.1, 0.2, 0.9, 0.25, -0.15, 0.05, 1.2}};
 const Strain<6> someStrain{{1.0, 0.2, -0.6, -0.4, 0.8, 0.3}};
-
-void expectNear(const auto& actual, const auto& expected, double within = tolerance) {
-  ASSERT_EQ(actual.size(), expected.size());
-  for (std::size_t i = 0; i < actual.size(); ++i) EXPECT_NEAR(actual[i], expected[i], within) << "place " << i;
-}
 
 /// An elastic matrix without any symmetry.
 Matrix<6> someMatrix() {
