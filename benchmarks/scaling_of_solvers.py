@@ -3,7 +3,8 @@
 
     scaling_of_solvers.py [SECONDS]     no job that is likely to take longer (60)
 
-The frontal solver takes part with bars of 3 x 3 bricks instead: its front holds no more than a thin section.
+The frontal solver takes part with long walls of 3 x 3 bricks instead, clamped along one side: its front holds no more
+than a thin section.
 """
 
 import pathlib
@@ -13,23 +14,14 @@ import tempfile
 import compare_with_ccx as jobs
 
 EDGES = (6, 10, 14, 20, 25, 31, 40)
-CODES = {2: "band LU", 4: "band Cholesky", 5: "band LDL", 3: "GMRES", 6: "sparse", 1: "frontal, bar"}
+CODES = {2: "band LU", 4: "band Cholesky", 5: "band LDL", 3: "GMRES", 6: "sparse", 1: "frontal, wall"}
 
 
 def block_of(NSOLV, n):
     if NSOLV == 1:
-        return jobs.zema.Block((n + 1) ** 3 // 16, 3, 3, ((n + 1) ** 3 / 160, 0.3, 0.3))
+        slices = (n + 1) ** 2 * n // 12 - 1
+        return jobs.zema.Block(3, 3, slices, (0.3, 0.3, 0.1 * slices))
     return jobs.zema.Block(n, n, n, (1.0, 1.0, 1.0))
-
-
-def number_slice_by_slice(deck, block):
-    """Orders the element cards along x, the long direction of the bar, for a narrow front."""
-    lines = deck.read_text().splitlines()
-    nx, ny, nz = block.n
-    cards = lines[5:5 + nx * ny * nz]
-    ordered = [cards[i + nx * (j + ny * k)].split(" ", 1)[1] for i in range(nx) for k in range(nz) for j in range(ny)]
-    lines[5:5 + nx * ny * nz] = [f"{number} {card}" for number, card in enumerate(ordered, 1)]
-    deck.write_text("\n".join(lines) + "\n")
 
 
 def run(NSOLV, n):
@@ -38,8 +30,6 @@ def run(NSOLV, n):
         home = pathlib.Path(folder)
         jobs.make_zema_deck(block, home, NSOLV)
         deck = home / "zema" / "zema.dts"
-        if NSOLV == 1:
-            number_slice_by_slice(deck, block)
         if NSOLV == 3:
             lines = deck.read_text().splitlines()
             deck.write_text("\n".join(lines[:5] + ["100 5000 1e-8 0"] + lines[5:]) + "\n")
