@@ -18,6 +18,8 @@
 #include "solver/frontal_solver.h"
 #include "solver/gmres.h"
 #include "solver/listed_elements.h"
+#include "solver/multifrontal_factors.h"
+#include "solver/nested_dissection.h"
 #include "solver/sparse_solver.h"
 
 namespace zema {
@@ -183,19 +185,28 @@ INSTANTIATE_TEST_SUITE_P(
                     Method{"gmresIndefinite", [] { return makeGmres(40, 1000); }, indefinite, Forming::always},
                     Method{"gmresRestarted", [] { return makeGmres(7, 1000); }, unsymmetric, Forming::always}));
 
-TEST(SparseSolver, LargeFrontsGiveTheSolutionOfTheBandSolverAndTheSameBitsOnAnyNumberOfThreads) {
-  constexpr int nodes = 11, positions = 3 * nodes * nodes * nodes;
+TEST(MultifrontalFactors, LargeFrontsNeedNoRefinementAndGiveTheSameBitsOnAnyNumberOfThreads) {
   for (const Character character : {positiveDefinite, indefinite}) {
-    ListedElements cube = randomCube(nodes, character);
-    std::vector<int> IFFIX(positions);
-    for (std::size_t p = 0; p < positions; p += 50) IFFIX[p] = 1;
-    EquationSystem system = systemOf(cube, IFFIX);
-    const std::vector<double> expected = solve(*makeBandSolver(bandLDL), cube, system);
-
-    const std::vector<double> result = solve(*makeSparseSolver(), cube, system, outOfBalance, true, 1);
-
-    expectNear(result, expected, 1e-12);
-    EXPECT_EQ(solve(*makeSparseSolver(), cube, system, outOfBalance, true, 3), result);
+    ListedElements cube = randomCube(15, character);
+    EquationSystem system = systemOf(cube, std::vector<int>(3 * 15 * 15 * 15));
+    const EquationGroups groups(cube, system);
+    const IntegerLists NEIG_NODES = PARD_NEIGHBORNODES(groups);
+    const SparsePattern pattern(cube, system, groups, NEIG_NODES);
+    SparseMatrix matrix;
+    matrix.reset(pattern);
+    std::vector<std::vector<double>> results;
+    for (const int threads : {1, 3}) {
+      WorkerPool pool(threads);
+      SolverTimes times;
+      KGLOB(cube, system, outOfBalance, threads == 1 ? &matrix : nullptr, pool, times);
+      std::vector<double> b(system.ELOADG.begin(), system.ELOADG.begin() + system.NEQNS), rest(b.size());
+      MultifrontalFactors factors(pattern, nestedDissection(groups, NEIG_NODES));
+      factors.factorise(matrix, pool);
+      factors.solve(results.emplace_back(b));
+      matrix.residual(b, results.back(), rest, pool);
+      expectNear(rest, std::vector<double>(b.size()), 1e-12);
+    }
+    EXPECT_EQ(results[0], results[1]);
   }
 }
 
